@@ -1,0 +1,7 @@
+#include "SupportPackageRootReader.hpp"
+
+#include "vorlan/services.hpp"
+
+fl::ustring SupportPackageRootReader::getSupportPackageRootNoCreate() const {
+    return vorlan::services().supportPackageRoot();
+}

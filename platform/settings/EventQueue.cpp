@@ -1,0 +1,86 @@
+#include "settings/EventQueue.hpp"
+
+#include <utility>
+
+namespace settings::core {
+
+void EventQueue::post(ListenerPtr listener, std::shared_ptr<const SettingsValueChangeEvent> event) {
+    const std::lock_guard lock(m_mutex);
+    if (m_stopped) {
+        return;
+    }
+    m_pending.push_back({std::move(listener), std::move(event)});
+    if (!m_thread.joinable()) {
+        m_thread = std::thread(&EventQueue::run, this);
+    }
+    m_changed.notify_all();
+}
+
+void EventQueue::close(const ListenerPtr& listener) {
+    std::unique_lock lock(m_mutex);
+    listener->open = false;
+    if (!onOwnThread()) {
+        m_changed.wait(lock, [&] { return m_running != listener.get(); });
+    }
+}
+
+void EventQueue::wait() {
+    std::unique_lock lock(m_mutex);
+    if (!onOwnThread()) {
+        m_changed.wait(lock, [&] { return m_pending.empty() && m_running == nullptr; });
+    }
+}
+
+std::uint64_t EventQueue::delivered() {
+    const std::lock_guard lock(m_mutex);
+    return m_delivered;
+}
+
+void EventQueue::stop() {
+    std::deque<Delivery> dropped;  // let go of outside the lock, like every delivery
+    std::unique_lock lock(m_mutex);
+    m_stopped = true;
+    dropped.swap(m_pending);
+    m_changed.notify_all();
+    if (!m_thread.joinable()) {
+        return;
+    }
+    if (onOwnThread()) {
+        m_thread.detach();  // a listener ends the process: no thread can wait for itself
+        return;
+    }
+    lock.unlock();
+    m_thread.join();
+}
+
+void EventQueue::run() {
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_changed.wait(lock, [&] { return m_stopped || !m_pending.empty(); });
+        if (m_stopped) {
+            return;
+        }
+        Delivery delivery = std::move(m_pending.front());
+        m_pending.pop_front();
+        m_running = delivery.listener->open ? delivery.listener.get() : nullptr;
+        const std::uint64_t calls = m_running == nullptr ? 0 : 1;
+        lock.unlock();
+        if (calls != 0) {
+            call(delivery);
+        }
+        delivery = {};  // outside the lock, since it may hold the last of what a listener captured
+        lock.lock();
+        m_running = nullptr;
+        m_delivered += calls;
+        m_changed.notify_all();
+    }
+}
+
+void EventQueue::call(const Delivery& delivery) noexcept {
+    try {
+        delivery.listener->handler(*delivery.event);
+    } catch (...) {  // a listener's failure harms nobody else
+    }
+}
+
+}  // namespace settings::core

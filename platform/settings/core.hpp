@@ -1,0 +1,67 @@
+#pragma once
+
+#include <boost/shared_ptr.hpp>
+#include <memory>
+#include <string>
+
+#include "fl/ustring.hpp"
+
+namespace settings::core {
+
+class SettingsTree;
+
+// A handle on one node of a context's settings tree: the root, a group, or a setting. Nodes are addressed by full
+// name, its parts joined with "."; the root's is empty. A handle on a name is given out whether or not anything was
+// stored there, and keeps its tree alive.
+//
+// A setting holds text at up to three levels, "factory", "user" and "session", the last being the highest. Any thread
+// may use any handle. Every operation goes through the host's services and throws what they throw; the real ones
+// throw std::invalid_argument for a level of another name.
+class Settings {
+public:
+    Settings(std::shared_ptr<SettingsTree> tree, std::string fullName);
+
+    // The text of the setting `name` below this node. With an empty level: of the highest level that holds a value,
+    // the empty text being a value like any other; otherwise of that level alone. Empty where nothing is set.
+    template <class T>
+    T get(const std::string& name, const std::string& level) const;
+
+    // Stores the text at the level. Listeners of the setting hear of it, later and on another thread, if that changes
+    // what a read with an empty level answers.
+    template <class T>
+    void set(const std::string& name, const T& value, const std::string& level);
+
+    // The node of that full name, counted from the root.
+    boost::shared_ptr<Settings> getSettingsByFullName(const std::string& fullName) const;
+
+    // The node above; null for the root.
+    boost::shared_ptr<Settings> getParent() const;
+
+    const std::string& getFullName() const noexcept { return m_fullName; }
+    const std::shared_ptr<SettingsTree>& getTree() const noexcept { return m_tree; }
+
+private:
+    std::shared_ptr<SettingsTree> m_tree;
+    std::string m_fullName;
+};
+
+template <>
+fl::ustring Settings::get<fl::ustring>(const std::string& name, const std::string& level) const;
+
+template <>
+void Settings::set<fl::ustring>(const std::string& name, const fl::ustring& value, const std::string& level);
+
+// Says that the value of a setting has changed. It carries no value: whoever hears of it reads the present one.
+class SettingsValueChangeEvent {
+public:
+    explicit SettingsValueChangeEvent(boost::shared_ptr<Settings> subject);
+    virtual ~SettingsValueChangeEvent();
+
+    // The node of the changed setting.
+    virtual const boost::shared_ptr<Settings>& getSubject() const;
+
+private:
+    boost::shared_ptr<Settings> m_subject;
+};
+
+}  // namespace settings::core

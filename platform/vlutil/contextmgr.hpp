@@ -1,0 +1,17 @@
+#pragma once
+
+namespace vlutil::contextmgr {
+
+// Identifies a runtime context, whose settings are its own. The host gives out the numbers.
+struct RtxID {
+    unsigned value = 0;
+    friend bool operator<(RtxID left, RtxID right) { return left.value < right.value; }
+};
+
+class ContextRegistry {
+public:
+    // The current runtime context.
+    static RtxID getRtxID();
+};
+
+}  // namespace vlutil::contextmgr

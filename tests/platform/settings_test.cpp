@@ -1,0 +1,161 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <future>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+#include "fl/i18n.hpp"
+#include "settings/in_vorlan.hpp"
+#include "vlutil/contextmgr.hpp"
+#include "vorlan/host.hpp"
+
+namespace {
+
+using foundation::msg_svc::eventmgr::Connection;
+using settings::core::SettingsValueChangeEvent;
+
+boost::shared_ptr<settings::core::Settings> root() {
+    return settings::in_vorlan::getSettingsRoot(vlutil::contextmgr::ContextRegistry::getRtxID());
+}
+
+std::unique_ptr<Connection> listen(const std::string& fullName,
+                                   std::function<void(const SettingsValueChangeEvent&)> handler) {
+    return settings::in_vorlan::addListener<SettingsValueChangeEvent>(root()->getSettingsByFullName(fullName),
+                                                                      handler);
+}
+
+// Counts the events of a setting.
+struct Counter {
+    explicit Counter(const std::string& fullName) : connection(listen(fullName, [this](const auto&) { ++events; })) {}
+
+    int quiet() const {
+        vorlan::waitForEvents();
+        return events;
+    }
+
+    std::atomic<int> events = 0;
+    std::unique_ptr<Connection> connection;
+};
+
+TEST(Settings, HighestLevelThatHoldsAValueAnswers) {
+    const auto node = root()->getSettingsByFullName("group");
+    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"");
+    node->set<fl::ustring>("name", u"factory", "factory");
+    node->set<fl::ustring>("name", u"session", "session");
+    node->set<fl::ustring>("name", u"user", "user");
+    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"session");
+    EXPECT_EQ(node->get<fl::ustring>("name", "user"), u"user");
+    node->set<fl::ustring>("name", u"", "session");
+    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"");
+    vorlan::clearSetting("group.name", "session");
+    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"user");
+    EXPECT_EQ(node->get<fl::ustring>("name", "session"), u"");
+    EXPECT_THROW(node->set<fl::ustring>("name", u"x", "machine"), std::invalid_argument);
+    EXPECT_THROW(node->get<fl::ustring>("name", "machine"), std::invalid_argument);
+}
+
+TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
+    const Counter counter("group.name");
+    const Counter other("group.other");
+    vorlan::setSetting("group.name", u"", "user");  // unset reads as empty too
+    EXPECT_EQ(counter.quiet(), 0);
+    vorlan::setSetting("group.name", u"a", "session");
+    EXPECT_EQ(counter.quiet(), 1);
+    vorlan::setSetting("group.name", u"a", "session");
+    vorlan::setSetting("group.name", u"b", "user");
+    EXPECT_EQ(counter.quiet(), 1);
+    vorlan::clearSetting("group.name", "session");
+    EXPECT_EQ(counter.quiet(), 2);
+    EXPECT_EQ(other.quiet(), 0);
+    EXPECT_EQ(vorlan::deliveredEvents(), 2U);
+}
+
+TEST(Events, ComeInOrderOnAnotherThreadAndNameTheirSetting) {
+    std::vector<std::string> seen;
+    const auto handler = [&](const SettingsValueChangeEvent& event) {
+        seen.push_back(event.getSubject()->getFullName() +
+                       (std::this_thread::get_id() == std::thread::id() ? "!" : ""));
+    };
+    const auto first = listen("group.first", handler);
+    const auto second = listen("group.second", handler);
+    const auto caller = std::this_thread::get_id();
+    const auto elsewhere = listen("group.first", [&](const auto&) { EXPECT_NE(std::this_thread::get_id(), caller); });
+    vorlan::setSetting("group.first", u"1", "user");
+    vorlan::setSetting("group.second", u"1", "user");
+    vorlan::setSetting("group.first", u"2", "user");
+    vorlan::waitForEvents();
+    EXPECT_EQ(seen, (std::vector<std::string>{"group.first", "group.second", "group.first"}));
+}
+
+TEST(Events, ListenerHearsNothingFromBeforeItsTime) {
+    std::promise<void> gate;
+    const auto holdsUp = listen("group.first", [&](const auto&) { gate.get_future().wait(); });
+    vorlan::setSetting("group.first", u"1", "user");
+    vorlan::setSetting("group.second", u"1", "user");
+    const Counter late("group.second");
+    gate.set_value();
+    EXPECT_EQ(late.quiet(), 0);
+}
+
+TEST(Events, AreNeverDeliveredInsideSetOrUnderALock) {
+    bool inside = false;
+    int chained = 0;
+    const auto connection = listen("group.name", [&](const auto&) {
+        EXPECT_FALSE(inside);
+        inside = true;
+        if (++chained < 3) {
+            root()->set<fl::ustring>("group.name", fl::ustring(static_cast<std::size_t>(chained), u'x'), "session");
+            EXPECT_NE(root()->get<fl::ustring>("group.name", ""), u"start");
+        }
+        inside = false;
+    });
+    vorlan::setSetting("group.name", u"start", "session");
+    vorlan::waitForEvents();
+    EXPECT_EQ(chained, 3);
+}
+
+TEST(Events, ListenerThatThrowsAnythingHarmsNobody) {
+    const auto throwsError = listen("group.name", [](const auto&) { throw std::runtime_error("refused"); });
+    const auto throwsNumber = listen("group.name", [](const auto&) { throw 1; });
+    const Counter counter("group.name");
+    vorlan::setSetting("group.name", u"a", "user");
+    vorlan::setSetting("group.name", u"b", "user");
+    EXPECT_EQ(counter.quiet(), 2);
+}
+
+TEST(Connection, EndWaitsForTheRunningCallAndDropsTheRest) {
+    std::promise<void> entered;
+    std::atomic<int> finished = 0;
+    auto connection = listen("group.name", [&](const auto&) {
+        entered.set_value();  // a second call would throw here and never count
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        ++finished;
+    });
+    vorlan::setSetting("group.name", u"a", "user");
+    vorlan::setSetting("group.name", u"b", "user");
+    entered.get_future().wait();
+    connection.reset();
+    EXPECT_EQ(finished, 1);
+    vorlan::waitForEvents();
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(vorlan::deliveredEvents(), 1U);
+}
+
+TEST(Connection, ListenerMayEndItself) {
+    std::unique_ptr<Connection> connection;
+    std::atomic<int> events = 0;
+    connection = listen("group.name", [&](const auto&) {
+        ++events;
+        connection.reset();
+        vorlan::waitForEvents();  // on this thread it returns at once
+    });
+    vorlan::setSetting("group.name", u"a", "user");
+    vorlan::setSetting("group.name", u"b", "user");
+    vorlan::waitForEvents();
+    EXPECT_EQ(events, 1);
+}
+
+}  // namespace

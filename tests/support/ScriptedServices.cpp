@@ -1,0 +1,110 @@
+#include "support/ScriptedServices.hpp"
+
+#include <iterator>
+#include <utility>
+
+#include "fl/i18n.hpp"
+
+namespace support {
+
+using fl::i18n::to_string;
+using settings::core::Settings;
+
+ScriptedServices::ScriptedServices() : m_former(vorlan::useServices(*this)) {}
+
+ScriptedServices::~ScriptedServices() {
+    vorlan::useServices(m_former);
+}
+
+void ScriptedServices::on(const std::string& start, std::function<void()> action) {
+    const std::lock_guard lock(m_mutex);
+    m_plans[start] = std::move(action);
+}
+
+void ScriptedServices::answerNothing(const std::string& start) {
+    on(start, {});
+}
+
+void ScriptedServices::reset() {
+    const std::lock_guard lock(m_mutex);
+    m_plans.clear();
+}
+
+std::vector<std::string> ScriptedServices::take(const std::string& start) {
+    const std::lock_guard lock(m_mutex);
+    std::vector<std::string> lines = std::exchange(m_lines, {});
+    std::erase_if(lines, [&](const std::string& line) { return !line.starts_with(start); });
+    return lines;
+}
+
+bool ScriptedServices::arrive(const std::string& line) {
+    std::unique_lock lock(m_mutex);
+    m_lines.push_back(line);
+    for (const auto& [start, action] : std::map(m_plans)) {
+        if (!line.starts_with(start)) {
+            continue;
+        }
+        if (!action) {
+            return false;
+        }
+        lock.unlock();
+        action();
+        lock.lock();
+    }
+    return true;
+}
+
+template <class Forward>
+auto ScriptedServices::answer(const std::string& line, Forward forward) -> decltype(forward()) {
+    return arrive(line) ? forward() : decltype(forward())();
+}
+
+vlutil::contextmgr::RtxID ScriptedServices::currentContext() {
+    return answer("context", [&] { return Services::currentContext(); });
+}
+
+boost::shared_ptr<Settings> ScriptedServices::settingsRoot(const vlutil::contextmgr::RtxID& context) {
+    return answer("root", [&] { return Services::settingsRoot(context); });
+}
+
+boost::shared_ptr<Settings> ScriptedServices::settingsByFullName(const Settings& node, const std::string& fullName) {
+    return answer("node " + fullName, [&] { return Services::settingsByFullName(node, fullName); });
+}
+
+boost::shared_ptr<Settings> ScriptedServices::parent(const Settings& node) {
+    return answer("parent " + node.getFullName(), [&] { return Services::parent(node); });
+}
+
+fl::ustring ScriptedServices::getSetting(const Settings& node, const std::string& name, const std::string& level) {
+    return answer("get " + name + (level.empty() ? "" : " @" + level),
+                  [&] { return Services::getSetting(node, name, level); });
+}
+
+void ScriptedServices::setSetting(const Settings& node, const std::string& name, const fl::ustring& value,
+                                  const std::string& level) {
+    answer("set " + name + "=" + to_string(value) + " @" + level,
+           [&] { Services::setSetting(node, name, value, level); });
+}
+
+std::unique_ptr<foundation::msg_svc::eventmgr::Connection> ScriptedServices::addListener(
+    const Settings& node, const vorlan::ChangeHandler& handler) {
+    return answer("listen " + node.getFullName(), [&] { return Services::addListener(node, handler); });
+}
+
+fl::ustring ScriptedServices::installRoot() {
+    return answer("install root", [&] { return Services::installRoot(); });
+}
+
+fl::ustring ScriptedServices::supportPackageRoot() {
+    return answer("support package root", [&] { return Services::supportPackageRoot(); });
+}
+
+bool ScriptedServices::exists(const fl::ustring& path) {
+    return answer("exists " + to_string(path), [&] { return Services::exists(path); });
+}
+
+fl::ustring ScriptedServices::canonical(const fl::ustring& path) {
+    return answer("canonical " + to_string(path), [&] { return Services::canonical(path); });
+}
+
+}  // namespace support

@@ -1,0 +1,39 @@
+#include "support/TemporaryFolder.hpp"
+
+#include <unistd.h>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <fstream>
+
+#include "fl/i18n.hpp"
+
+namespace support {
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = std::filesystem::canonical(std::filesystem::temp_directory_path()) / "docproducts-XXXXXX";
+    if (::mkdtemp(pattern.data()) == nullptr) {
+        throw std::filesystem::filesystem_error("mkdtemp", std::error_code(errno, std::generic_category()));
+    }
+    m_path = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::filesystem::remove_all(m_path);
+}
+
+void TemporaryFolder::write(const std::string& name, const std::string& content) const {
+    const auto file = m_path / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file) << content;
+}
+
+fl::ustring TemporaryFolder::operator()(const std::string& name) const {
+    return fl::i18n::to_ustring(name.empty() ? m_path.native() : (m_path / name).native());
+}
+
+std::string TemporaryFolder::generic(std::string text) const {
+    boost::algorithm::replace_all(text, m_path.native(), "$T");
+    return text;
+}
+
+}  // namespace support
