@@ -1,0 +1,38 @@
+#include "foundation/function_trace.hpp"
+
+#include <boost/log/core/core.hpp>
+#include <utility>
+
+#include "foundation/diagnostic.hpp"
+#include "foundation/log/logger_parts.hpp"
+#include "foundation/record_composer.hpp"
+
+namespace foundation::log {
+
+void function_trace::enter() {
+    if (diagnostic entry(*m_logger, level::enter); entry) {
+        entry.write(m_function);
+    }
+    add_depth(*m_logger, 1);
+}
+
+void function_trace::leave() noexcept {
+    try {
+        add_depth(*m_logger, -1);
+        log_exit();
+    } catch (...) {  // the record is lost, the operation's outcome stands
+    }
+}
+
+void function_trace::log_exit() {
+    boost::log::record record = open_record(*m_logger, level::exit);
+    if (!record) {
+        return;
+    }
+    boost::log::record_ostream stream(record);
+    stream << m_function << (std::uncaught_exceptions() > m_uncaught ? " [throw]" : "");
+    stream.flush();
+    m_logger->parts().core->push_record(std::move(record));
+}
+
+}  // namespace foundation::log

@@ -1,0 +1,25 @@
+#include "foundation/text_file.hpp"
+
+#include <algorithm>
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/trim.hpp>
+#include <fstream>
+#include <iterator>
+
+namespace foundation {
+
+std::string read_text_file(const std::string& path) {
+    std::ifstream file(path);
+    std::string text;
+    try {
+        std::copy(std::istreambuf_iterator<char>(file), {}, std::back_inserter(text));
+    } catch (const std::ios_base::failure&) {  // the stream buffer's own, past the stream's mask: no more to read
+    }
+    return text;
+}
+
+void trim(std::string& text) {
+    boost::algorithm::trim_if(text, boost::algorithm::is_space() && boost::algorithm::is_from_range('\0', '\x7f'));
+}
+
+}  // namespace foundation

@@ -1,0 +1,191 @@
+#include "foundation/diagnostic.hpp"
+
+#include <gtest/gtest.h>
+
+#include <boost/log/core.hpp>
+#include <boost/log/expressions.hpp>
+#include <locale>
+#include <stdexcept>
+#include <thread>
+
+#include "foundation/function_trace.hpp"
+#include "support/RecordLog.hpp"
+#include "vorlan/host.hpp"
+
+namespace {
+
+using foundation::log::utf16_piece;
+using enum foundation::log::level;
+using support::RecordLog;
+
+constexpr const char* s_name = "some_logger";
+
+foundation::log::basic_diagnostic_logger<char> s_logger(s_name);
+
+void inner(bool fails = false) {
+    FUNCTION_TRACE("void inner(bool)");
+    DIAGNOSTIC(note, "inside");
+    if (fails) {
+        throw std::runtime_error("inner failed");
+    }
+}
+
+void outer(bool fails = false) {
+    FUNCTION_TRACE("void outer(bool)");
+    inner(fails);
+    DIAGNOSTIC(error, "behind");
+}
+
+TEST(Diagnostic, WritesItsPiecesInOrder) {
+    RecordLog log({note}, s_name);
+    const std::string name = "DocRoot";
+    const fl::ustring value = u"/a\u00E9";
+    DIAGNOSTIC(note, name, " is ", value, " or ", fl::filesystem::upath(value), " or ", utf16_piece{value}, ": ",
+               true, false);
+    EXPECT_EQ(log.take(), "note: DocRoot is /a\xC3\xA9 or /a\xC3\xA9 or /a\xC3\xA9: truefalse\n");
+}
+
+TEST(Diagnostic, NeverFailsForTheTextOfAPiece) {
+    RecordLog log({note}, s_name);
+    for (const fl::ustring& text :
+         {fl::ustring(u"a\xD83D"), fl::ustring(u"\xDE00z"), fl::ustring(u"\xDC80\xDCFF"), fl::ustring(u"\U0001F600"),
+          fl::ustring(u"a\0b", 3), fl::ustring(300, u'\u20AC')}) {
+        DIAGNOSTIC(note, "", text);
+        const std::string narrow = log.take();
+        DIAGNOSTIC(note, "", utf16_piece{text});
+        EXPECT_EQ(log.take(), narrow);
+        EXPECT_GT(narrow.size(), 7U);
+    }
+}
+
+TEST(Diagnostic, TakesNothingFromTheGlobalLocale) {
+    struct Words : std::numpunct<char> {
+        std::string do_truename() const override { return "wahr"; }
+    };
+    RecordLog log({note}, s_name);
+    std::locale::global(std::locale(std::locale::classic(), new Words));
+    DIAGNOSTIC(note, true);
+    std::locale::global(std::locale::classic());
+    EXPECT_EQ(log.take(), "note: true\n");
+}
+
+TEST(Diagnostic, EvaluatesNoPieceWithoutARecord) {
+    RecordLog log({error}, s_name);
+    int evaluated = 0;
+    const auto piece = [&] {
+        ++evaluated;
+        return "piece";
+    };
+    DIAGNOSTIC(note, piece());
+    boost::log::core::get()->set_filter([](const auto&) { return false; });
+    DIAGNOSTIC(error, piece());
+    boost::log::core::get()->reset_filter();
+    boost::log::core::get()->set_logging_enabled(false);
+    DIAGNOSTIC(error, piece());
+    boost::log::core::get()->set_logging_enabled(true);
+    EXPECT_EQ(evaluated, 0);
+    DIAGNOSTIC(error, piece());
+    EXPECT_EQ(evaluated, 1);
+    EXPECT_EQ(log.take(), "error: piece\n");
+}
+
+TEST(Diagnostic, DropsTheRecordOfAFailedPiece) {
+    RecordLog log({note}, s_name);
+    const auto fails = []() -> std::string { throw std::runtime_error("piece"); };
+    EXPECT_THROW(DIAGNOSTIC(note, "before ", fails()), std::runtime_error);
+    DIAGNOSTIC(note, "next");
+    EXPECT_EQ(log.take(), "note: next\n");
+}
+
+TEST(Diagnostic, MaskFollowsTheHostByName) {
+    const foundation::log::basic_diagnostic_logger<char> other("another_logger");
+    EXPECT_TRUE(s_logger.enabled(error));
+    EXPECT_FALSE(s_logger.enabled(note));
+    vorlan::setLevelMask(s_name, support::maskOf({note, exit}));
+    const foundation::log::basic_diagnostic_logger<char> later(s_name);
+    for (const auto* logger : {static_cast<const decltype(later)*>(&s_logger), &later}) {
+        EXPECT_TRUE(logger->enabled(note) && logger->enabled(exit));
+        EXPECT_FALSE(logger->enabled(error));
+    }
+    EXPECT_FALSE(other.enabled(note));
+}
+
+TEST(FunctionTrace, NestsAndNamesItsEnd) {
+    RecordLog log({enter, exit, note, error}, s_name);
+    outer();
+    EXPECT_EQ(log.take(),
+              "> void outer(bool)\n"
+              "  > void inner(bool)\n"
+              "    note: inside\n"
+              "  < void inner(bool)\n"
+              "  error: behind\n"
+              "< void outer(bool)\n");
+    EXPECT_THROW(outer(true), std::runtime_error);
+    EXPECT_EQ(log.take(),
+              "> void outer(bool)\n"
+              "  > void inner(bool)\n"
+              "    note: inside\n"
+              "  < void inner(bool) [throw]\n"
+              "< void outer(bool) [throw]\n");
+}
+
+TEST(FunctionTrace, ScopeEnteredDuringUnwindingEndsPlain) {
+    struct Cleanup {
+        ~Cleanup() { inner(); }
+    };
+    RecordLog log({enter, exit}, s_name);
+    try {
+        const Cleanup cleanup;
+        throw std::runtime_error("unwinding");
+    } catch (const std::runtime_error&) {
+        EXPECT_EQ(log.take(), "> void inner(bool)\n< void inner(bool)\n");
+    }
+}
+
+TEST(FunctionTrace, EnterLevelAtTheStartDecides) {
+    RecordLog log({note}, s_name);
+    {
+        FUNCTION_TRACE("untraced");
+        vorlan::setLevelMask(s_name, support::maskOf({enter, exit, note}));
+        DIAGNOSTIC(note, "depth unchanged");
+    }
+    EXPECT_EQ(log.take(), "note: depth unchanged\n");
+    {
+        FUNCTION_TRACE("traced");
+        vorlan::setLevelMask(s_name, 0);
+    }
+    EXPECT_EQ(log.take(), "> traced\n< traced\n");
+}
+
+TEST(FunctionTrace, DepthChangesWhileTheCoreTakesNothing) {
+    RecordLog log({enter, note}, s_name);
+    boost::log::core::get()->set_logging_enabled(false);
+    {
+        FUNCTION_TRACE("silent");
+        boost::log::core::get()->set_logging_enabled(true);
+        DIAGNOSTIC(note, "one deeper");
+        std::thread([] { DIAGNOSTIC(note, "a depth of its own"); }).join();
+    }
+    DIAGNOSTIC(note, "back");
+    EXPECT_EQ(log.take(), "  note: one deeper\nnote: a depth of its own\n< silent\nnote: back\n");
+}
+
+TEST(FunctionTrace, FailureOfTheLogEndsInTheScopeButNotInAStatement) {
+    RecordLog log({enter, exit, note}, s_name);
+    bool fails = true;
+    const auto filter = [&](const auto&) { return fails ? throw std::runtime_error("filter") : true; };
+    boost::log::core::get()->set_filter(filter);
+    EXPECT_THROW(outer(), std::runtime_error);
+    EXPECT_THROW(DIAGNOSTIC(note, "refused"), std::runtime_error);
+    fails = false;
+    {
+        FUNCTION_TRACE("exit record lost");
+        fails = true;
+    }
+    fails = false;
+    DIAGNOSTIC(note, "depth is even");
+    EXPECT_EQ(log.take(), "> exit record lost\nnote: depth is even\n");
+    boost::log::core::get()->reset_filter();
+}
+
+}  // namespace
