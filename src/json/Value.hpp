@@ -1,0 +1,144 @@
+#pragma once
+
+#include <boost/variant/recursive_wrapper.hpp>
+#include <boost/variant/variant.hpp>
+#include <concepts>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace foundation::json {
+
+class Value;
+
+// The tags of an absent value and of the literal null. Their constructors are not noexcept on purpose: a variant that
+// fails to change its alternative falls back to the first one that is built without a throw, and that is to be bool.
+struct Undefined {
+    Undefined();
+};
+struct Null {
+    Null();
+};
+inline Undefined::Undefined() = default;
+inline Null::Null() = default;
+
+// The name of an alternative of Value, for messages. Only the ten alternatives have one.
+template <class T>
+struct traits;
+
+template <>
+struct traits<Undefined> {
+    static constexpr const char* name = "undefined";
+};
+template <>
+struct traits<Null> {
+    static constexpr const char* name = "null";
+};
+template <>
+struct traits<bool> {
+    static constexpr const char* name = "bool";
+};
+template <>
+struct traits<double> {
+    static constexpr const char* name = "double";
+};
+template <>
+struct traits<std::string> {
+    static constexpr const char* name = "string";
+};
+template <>
+struct traits<std::vector<Value>> {
+    static constexpr const char* name = "array";
+};
+template <>
+struct traits<std::map<std::string, Value>> {
+    static constexpr const char* name = "object";
+};
+template <>
+struct traits<float> {
+    static constexpr const char* name = "float";
+};
+template <>
+struct traits<long long> {
+    static constexpr const char* name = "signed integer";
+};
+template <>
+struct traits<unsigned long long> {
+    static constexpr const char* name = "unsigned integer";
+};
+
+// What a caller can read out of a Value. Bools and numbers are kept, but nobody reads them.
+template <class T>
+concept Readable = std::same_as<T, std::string> || std::same_as<T, std::vector<Value>> ||
+    std::same_as<T, std::map<std::string, Value>>;
+
+// A JSON document in memory: one of ten alternatives, with value semantics. A Value owns everything under it, copies
+// the whole tree, and shares no part with another Value.
+//
+//     index  holds                          comes from
+//     0      Undefined                      nothing: the default, and what an absent key yields
+//     1      Null                           null
+//     2      bool                           true, false
+//     3      double                         a number
+//     4      std::string, UTF-8             a string
+//     5      std::vector<Value>             an array, in its order; also the data of a typed array
+//     6      std::map<std::string, Value>   an object, by the byte order of its keys
+//     7      float                          nothing
+//     8      long long                      an element of a signed typed array
+//     9      unsigned long long             an element of an unsigned typed array
+//
+// Reading is strict: no alternative is ever converted to another, and an empty string, array or object is a value
+// like any other. Any number of threads may read one Value while nobody writes to it. Copying and destroying recurse
+// once a level, so a tree built by hand is limited by the stack; one that parse returns never is.
+class Value {
+public:
+    using Storage =
+        boost::variant<Undefined, Null, bool, double, std::string, boost::recursive_wrapper<std::vector<Value>>,
+                       boost::recursive_wrapper<std::map<std::string, Value>>, float, long long, unsigned long long>;
+
+    // Undefined, for the whole process: an absent key yields a reference to this very object.
+    static const Value UNDEFINED;
+
+    // From an rvalue the content is moved in; a vector or a map moves into a new heap object.
+    Value();
+    Value(Null null);
+    Value(bool boolean);
+    Value(double number);
+    Value(long long number);
+    Value(unsigned long long number);
+    Value(std::string text);
+    Value(std::vector<Value> elements);
+    Value(std::map<std::string, Value> members);
+    Value(const char*) = delete;  // would become a bool
+
+    // A moved-from Value keeps its alternative, and its string, vector or map is empty; only a move assignment
+    // between two vectors or two maps exchanges them instead. Moving a vector or map anywhere else allocates, hence
+    // no noexcept. Assigning a Value to itself changes nothing; assigning it a part of itself is forbidden. When a
+    // change to a vector or map fails, the old content is gone: the target holds a meaningless bool, and the
+    // exception goes on. A string that cannot be copied leaves the target as it was.
+    Value(const Value& other);
+    Value(Value&& other);  // NOLINT(performance-noexcept-move-constructor)
+    Value& operator=(const Value& other);
+    Value& operator=(Value&& other);  // NOLINT(performance-noexcept-move-constructor)
+    ~Value();
+
+    // The content, valid until this Value changes. Throws std::runtime_error "invalid conversion: <held> to <asked>"
+    // if it is not exactly a T.
+    template <Readable T>
+    const T& get() const;
+
+    // The member under that key, or UNDEFINED if there is none. Never inserts. Throws as get of a map does on
+    // everything but an object.
+    const Value& operator[](const std::string& key) const;
+
+    // Whether this is an object with that key, be its value null. False on everything else; throws nothing.
+    bool contains(const std::string& key) const;
+
+    // For tests and tools that walk any document.
+    const Storage& storage() const noexcept { return m_storage; }
+
+private:
+    Storage m_storage;
+};
+
+}  // namespace foundation::json

@@ -1,0 +1,284 @@
+#include "json/lexical_reader.hpp"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "fl/lcctype.hpp"
+#include "json/parse.hpp"
+#include "json/text.hpp"
+
+namespace foundation::json {
+
+namespace {
+
+bool is_space(char byte) {
+    return fl::i18n::lcctype::isspace_ascii(static_cast<char32_t>(byte)) != 0;
+}
+
+bool is_digit(char byte) {
+    return fl::i18n::lcctype::isdigit_ascii(static_cast<char32_t>(byte)) != 0;
+}
+
+Position skip_digits(Position position, Position end) {
+    return std::find_if_not(position, end, is_digit);
+}
+
+bool accept(char byte, Position& position, Position end) {
+    if (position == end || *position != byte) {
+        return false;
+    }
+    ++position;
+    return true;
+}
+
+// What ends the comment that opens here; empty where none does.
+std::string_view comment_terminator(Position position, Position end) {
+    if (end - position < 2 || *position != '/') {
+        return {};
+    }
+    return position[1] == '*' ? "*/" : position[1] == '/' ? "\n" : "";
+}
+
+// The opener's own bytes close nothing: "/*/" is still open.
+Position skip_comment(Position position, Position end, std::string_view terminator) {
+    const Position found = std::search(position + 2, end, terminator.begin(), terminator.end());
+    return found == end ? end : found + static_cast<std::ptrdiff_t>(terminator.size());
+}
+
+// The byte that a backslash and this one stand for; 0 for one that opens no simple escape.
+char simple_escape(char selector) {
+    switch (selector) {
+        case '"':
+        case '/':
+        case '\\':
+            return selector;
+        case 'b':
+            return '\b';
+        case 'f':
+            return '\f';
+        case 'n':
+            return '\n';
+        case 'r':
+            return '\r';
+        case 't':
+            return '\t';
+        default:
+            return 0;
+    }
+}
+
+// -1 for a byte that is no hexadecimal digit.
+int hex_digit(char byte) {
+    if (is_digit(byte)) {
+        return byte - '0';
+    }
+    if (byte >= 'a' && byte <= 'f') {
+        return byte - 'a' + 10;
+    }
+    return byte >= 'A' && byte <= 'F' ? byte - 'A' + 10 : -1;
+}
+
+bool is_high_surrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+
+// The escape that must follow a high surrogate; nothing asks whether its unit is a low one.
+ParseResult parse_second_unit(char16_t& out, Position& position, Position end) {
+    if (end - position < 6) {
+        return ParseResult::UnexpectedEnd;
+    }
+    if (position[0] != '\\' || position[1] != 'u') {
+        return ParseResult::InvalidUnicodeEscape;
+    }
+    position += 2;
+    return parse_hex4(out, position, end);
+}
+
+// The cursor stays on the backslash until the whole escape has been read, so that every failure is reported there.
+ParseResult parse_unicode_escape(std::string& buffer, Position& position, Position end) {
+    Position behind = position + 2;
+    char16_t units[2] = {};
+    int count = 1;
+    ParseResult result = parse_hex4(units[0], behind, end);
+    if (result == ParseResult::Ok && is_high_surrogate(units[0])) {
+        count = 2;
+        result = parse_second_unit(units[1], behind, end);
+    }
+    if (result == ParseResult::Ok) {
+        buffer += detail::u16_to_u8(units, count);
+        position = behind;
+    }
+    return result;
+}
+
+ParseResult parse_escape(std::string& buffer, Position& position, Position end) {
+    if (end - position < 2) {
+        return ParseResult::UnexpectedEnd;
+    }
+    if (position[1] == 'u') {
+        return parse_unicode_escape(buffer, position, end);
+    }
+    const char escaped = simple_escape(position[1]);
+    if (escaped == 0) {
+        return ParseResult::InvalidEscape;
+    }
+    buffer.push_back(escaped);
+    position += 2;
+    return ParseResult::Ok;
+}
+
+// A digit, and all the digits that follow it.
+ParseResult expect_digit(ParseResult otherwise, Position& position, Position end) {
+    if (position == end) {
+        return ParseResult::UnexpectedEnd;
+    }
+    if (!is_digit(*position)) {
+        return otherwise;
+    }
+    position = skip_digits(position, end);
+    return ParseResult::Ok;
+}
+
+// Stops behind a leading zero, so that a point may follow it at once; further digits are left to the fraction.
+ParseResult scan_integer_part(Position& position, Position end) {
+    accept('-', position, end);
+    return accept('0', position, end) ? ParseResult::Ok : expect_digit(ParseResult::ExpectedDigit, position, end);
+}
+
+// Also takes the digits behind a leading zero, where no point may follow them any more.
+ParseResult scan_fraction(Position& position, Position end) {
+    if (accept('.', position, end)) {
+        return expect_digit(ParseResult::ExpectedFractionDigit, position, end);
+    }
+    position = skip_digits(position, end);
+    return ParseResult::Ok;
+}
+
+ParseResult scan_exponent(Position& position, Position end) {
+    if (!accept('e', position, end) && !accept('E', position, end)) {
+        return ParseResult::Ok;
+    }
+    if (!accept('-', position, end)) {
+        accept('+', position, end);
+    }
+    return expect_digit(ParseResult::ExpectedExponentDigit, position, end);
+}
+
+ParseResult scan_literal(std::string_view literal, ParseResult otherwise, Position& position, Position end) {
+    const auto [mismatch, reached] = std::mismatch(literal.begin(), literal.end(), position, end);
+    if (mismatch == literal.end()) {
+        position = reached;
+        return ParseResult::Ok;
+    }
+    return reached == end ? ParseResult::UnexpectedEnd : otherwise;
+}
+
+}  // namespace
+
+void skip_whitespace(Position& position, Position end, unsigned int flags) {
+    position = std::find_if_not(position, end, is_space);
+    if ((flags & ALLOW_COMMENTS) == 0) {
+        return;
+    }
+    for (auto terminator = comment_terminator(position, end); !terminator.empty();
+         terminator = comment_terminator(position, end)) {
+        position = std::find_if_not(skip_comment(position, end, terminator), end, is_space);
+    }
+}
+
+ParseResult parse_string(std::string& out, Position& position, Position end, unsigned int) {
+    if (position == end) {
+        return ParseResult::UnexpectedEnd;
+    }
+    if (!accept('"', position, end)) {
+        return ParseResult::ExpectedString;
+    }
+    std::string buffer;
+    ParseResult result = ParseResult::Ok;
+    while (result == ParseResult::Ok) {
+        const Position plain = position;
+        position = std::find_if(position, end, [](char byte) { return byte == '"' || byte == '\\'; });
+        buffer.append(plain, position);
+        result = parse_string_char(buffer, position, end);
+    }
+    if (result != ParseResult::StringEndReached) {
+        return result;
+    }
+    ++position;
+    out.swap(buffer);
+    return ParseResult::Ok;
+}
+
+ParseResult parse_string_char(std::string& buffer, Position& position, Position end) {
+    if (position == end) {
+        return ParseResult::UnexpectedEnd;
+    }
+    if (*position == '"') {
+        return ParseResult::StringEndReached;
+    }
+    if (*position == '\\') {
+        return parse_escape(buffer, position, end);
+    }
+    buffer.push_back(*position++);
+    return ParseResult::Ok;
+}
+
+ParseResult parse_hex4(char16_t& out, Position& position, Position end) {
+    if (end - position < 4) {
+        return ParseResult::UnexpectedEnd;
+    }
+    int unit = 0;
+    for (int i = 0; i != 4; ++i) {
+        const int digit = hex_digit(position[i]);
+        if (digit < 0) {
+            return ParseResult::InvalidUnicodeEscape;
+        }
+        unit = unit * 16 + digit;
+    }
+    position += 4;
+    out = static_cast<char16_t>(unit);
+    return ParseResult::Ok;
+}
+
+ParseResult parse_number(double& out, Position& position, Position end, unsigned int) {
+    const Position start = position;
+    const ParseResult result = scan_number(position, end);
+    if (result == ParseResult::Ok) {
+        out = detail::string_to_double(detail::get_utf8_string(start, position).c_str());
+    }
+    return result;
+}
+
+ParseResult scan_number(Position& position, Position end) {
+    ParseResult result = scan_integer_part(position, end);
+    if (result == ParseResult::Ok) {
+        result = scan_fraction(position, end);
+    }
+    if (result == ParseResult::Ok) {
+        result = scan_exponent(position, end);
+    }
+    return result;
+}
+
+ParseResult parse_bool(Value& out, Position& position, Position end, unsigned int) {
+    ParseResult result = scan_literal("true", ParseResult::ExpectedBoolean, position, end);
+    const bool boolean = result == ParseResult::Ok;
+    if (result == ParseResult::ExpectedBoolean) {
+        result = scan_literal("false", ParseResult::ExpectedBoolean, position, end);
+    }
+    if (result == ParseResult::Ok) {
+        out = Value(boolean);
+    }
+    return result;
+}
+
+ParseResult parse_null(Value& out, Position& position, Position end) {
+    const ParseResult result = scan_literal("null", ParseResult::ExpectedNull, position, end);
+    if (result == ParseResult::Ok) {
+        out = Value(Null());
+    }
+    return result;
+}
+
+}  // namespace foundation::json

@@ -1,0 +1,53 @@
+#include "json/text.hpp"
+
+#include <boost/locale/utf.hpp>
+#include <charconv>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <system_error>
+
+namespace foundation::json::detail {
+
+namespace {
+
+namespace utf = boost::locale::utf;
+
+constexpr utf::code_point s_replacement = 0xFFFD;
+
+// strtod tells the two ends of the range apart, which from_chars does not; the C locale keeps the point a point.
+double beyond_range(const char* token) {
+    static const locale_t s_locale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(token, nullptr, s_locale);
+}
+
+}  // namespace
+
+std::string get_utf8_string(std::string::const_iterator first, std::string::const_iterator last) {
+    return {first, last};
+}
+
+double string_to_double(const char* token) {
+    double number = 0;
+    const auto outcome = std::from_chars(token, token + std::strlen(token), number);
+    return outcome.ec == std::errc::result_out_of_range ? beyond_range(token) : number;
+}
+
+std::string u16_to_u8(const char16_t* units, int count) {
+    std::string text;
+    const char16_t* const end = units + count;
+    while (units != end) {
+        const char16_t* next = units;
+        utf::code_point point = utf::utf_traits<char16_t>::decode(next, end);
+        if (point == utf::illegal || point == utf::incomplete) {
+            point = s_replacement;
+            next = units + 1;  // the decoder may have swallowed a good unit behind the bad one
+        }
+        utf::utf_traits<char>::encode(point, std::back_inserter(text));
+        units = next;
+    }
+    return text;
+}
+
+}  // namespace foundation::json::detail
