@@ -1,0 +1,112 @@
+#include "doc_products_shared/DocSetJsonParser.hpp"
+
+#include <exception>
+#include <iostream>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fl/filesystem.hpp"
+#include "fl/i18n.hpp"
+#include "foundation/diagnostic.hpp"
+#include "foundation/text_file.hpp"
+#include "json/Value.hpp"
+#include "json/parse.hpp"
+
+namespace doc_products_shared {
+
+using foundation::json::Value;
+
+namespace {
+
+foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
+
+const std::string s_documentationSet = "documentation_set";
+const std::string s_productList = "product_list";
+const std::string s_format = "format";
+const std::string s_release = "release";
+const std::string s_product = "product";
+const std::string s_displayName = "display_name";
+const std::string s_helpLocation = "help_location";
+const std::string s_shortName = "short_name";
+const std::string s_baseCode = "basecode";
+const std::string s_altShortName = "alt_short_name";
+const std::string s_status = "status";
+const std::string s_productFamilyList = "product_family_list";
+const std::string s_productFamily = "product_family";
+const std::string s_family = "family";
+const std::string s_group = "group";
+const std::string s_absent;  // the value of an optional key that isn't there
+
+// Looking a key up fails on anything but an object, so a chain of look-ups checks each level on its way.
+
+const std::vector<Value>& arrayAt(const Value& object, const std::string& key) {
+    return object[key].get<std::vector<Value>>();
+}
+
+const std::string& stringAt(const Value& object, const std::string& key) {
+    return object[key].get<std::string>();
+}
+
+const std::string& optionalStringAt(const Value& object, const std::string& key) {
+    return object.contains(key) ? stringAt(object, key) : s_absent;
+}
+
+// The order in which values are read decides which of two faults is reported, here and below.
+
+ProductFamily readFamily(const Value& entry) {
+    const Value& family = entry[s_productFamily];
+    std::string name = stringAt(family, s_family);
+    return {std::move(name), optionalStringAt(family, s_group)};
+}
+
+std::vector<ProductFamily> readFamilies(const Value& product) {
+    std::vector<ProductFamily> families;
+    for (const Value& entry : arrayAt(product, s_productFamilyList)) {
+        families.push_back(readFamily(entry));
+    }
+    return families;
+}
+
+TopLevelDocProductPtr readProduct(const Value& entry) {
+    const Value& product = entry[s_product];
+    std::string displayName = stringAt(product, s_displayName);
+    std::string helpLocation = stringAt(product, s_helpLocation);
+    std::string shortName = stringAt(product, s_shortName);
+    std::string baseCode = stringAt(product, s_baseCode);
+    std::string altShortName = optionalStringAt(product, s_altShortName);
+    std::string status = optionalStringAt(product, s_status);
+    return std::make_shared<TopLevelDocProduct>(std::move(displayName), std::move(helpLocation), std::move(shortName),
+                                                std::move(baseCode), std::move(altShortName), std::move(status),
+                                                readFamilies(product));
+}
+
+DocumentationSet readSet(const Value& set) {
+    const auto& products = arrayAt(set, s_productList);
+    std::string format = stringAt(set, s_format);
+    DocumentationSet result(std::move(format), stringAt(set, s_release));
+    for (const Value& entry : products) {
+        result.addTopLevelProduct(readProduct(entry));
+    }
+    return result;
+}
+
+}  // namespace
+
+DocumentationSet DocSetJsonParser::parse(const fl::ustring& path) const {
+    if (!fl::filesystem::exists(path)) {
+        DIAGNOSTIC(error, fl::i18n::to_string(path), " does not exist");
+        return {};
+    }
+    try {
+        const std::string text = foundation::read_text_file(fl::i18n::to_string(path));
+        return readSet(foundation::json::parse(text, 0)[s_documentationSet]);
+    } catch (const std::exception& e) {
+        std::cerr << e.what();
+        throw std::runtime_error("Error while parsing " + fl::i18n::to_string(path));
+    }
+}
+
+}  // namespace doc_products_shared

@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include "doc_products_shared/DocumentationSet.hpp"
+
+namespace {
+
+using namespace doc_products_shared;
+
+TEST(DocumentationSet, KeepsProductsInOrderAlsoTwiceAndLeavesTheArgumentEmpty) {
+    auto product = std::make_shared<const TopLevelDocProduct>("A", "", "", "", "", "", std::vector<ProductFamily>());
+    const auto* record = product.get();
+    DocumentationSet set;
+    set.addTopLevelProduct(product);
+    set.addTopLevelProduct(nullptr);
+    set.addTopLevelProduct(std::move(product));
+    EXPECT_EQ(product, nullptr);
+    ASSERT_EQ(set.getTopLevelProducts().size(), 3U);
+    EXPECT_EQ(set.getTopLevelProducts()[0].get(), record);
+    EXPECT_EQ(set.getTopLevelProducts()[1], nullptr);
+    EXPECT_EQ(set.getTopLevelProducts()[2].get(), record);
+}
+
+TEST(DocProduct, OutlivesItsSet) {
+    DocProductPtr product;
+    {
+        DocumentationSet set("1", "2");
+        set.addTopLevelProduct(
+            std::make_shared<TopLevelDocProduct>("A", "", "", "", "", "", std::vector<ProductFamily>{{"f", "g"}}));
+        product = set.getTopLevelProducts().front();
+    }
+    EXPECT_EQ(product->getProductFamilies().front().getGroup(), "g");
+}
+
+}  // namespace

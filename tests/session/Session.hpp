@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "doc_products_shared/DocProductCollector.hpp"
+#include "docroot_cache/DocrootCache.hpp"
+#include "support/RecordLog.hpp"
+#include "support/ScriptedServices.hpp"
+#include "support/TemporaryFolder.hpp"
+
+namespace session {
+
+// A host and the library in it, driven line by line, for the transcripts of the library's rooms. The install root is
+// "$T/vorlan", whose help folder exists, the support-package root "$T/packages", which doesn't; the settings are
+// empty.
+// "$T" stands for a folder of the session's own.
+//
+// The scene:   file NAME [TEXT] | folder NAME
+//              catalogue FILE [NAME...]: products of that display name and base code, whose help location and short
+//              name are the name in lower case install-root [PATH] | packages [PATH] | settings on|off set
+//              NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line | held NAME@LEVEL
+// The host:    fail CALL | fail oddly CALL (no std::exception) | nothing CALL (null or empty) | heal
+// What shows:  log LEVEL... | calls START...: records, and calls of the host by the start of their lines, from here
+// on Operations:  cache OPERATION [ARGUMENT] and docroot OPERATION [ARGUMENT], "new" for a new cache
+//              parse FILE | collector [FILE] | find [FILE] | installed | info NAME | request | name [FILE]
+//
+// An answer shows the records, the calls, what went to standard error, then the result or what was thrown.
+class Session {
+public:
+    Session();
+
+    std::string type(const std::string& line);
+
+private:
+    using Words = std::vector<std::string>;
+
+    std::string run(const std::string& line);
+    std::string observed();
+    fl::ustring wide(const std::string& text) const;
+    fl::filesystem::upath path(const std::string& text) const { return fl::filesystem::upath(wide(text)); }
+    void addScene();
+    void addHost();
+    void addOperations();
+    std::string onCache(const std::string& argument);
+    std::string onDocroot(const std::string& argument) const;
+    std::string request();
+
+    std::map<std::string, std::function<std::string(const std::string&)>>
+        m_commands;  // by first word, given the rest
+    support::TemporaryFolder m_folder;
+    support::ScriptedServices m_services;
+    std::unique_ptr<support::RecordLog> m_log;
+    Words m_shownCalls;
+    std::ostringstream m_errors;
+    std::unique_ptr<docroot_cache::DocrootCache> m_cache;
+    std::shared_ptr<doc_products_shared::DocProductCollector> m_collector;
+};
+
+}  // namespace session
