@@ -1,0 +1,95 @@
+#include "options.hpp"
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+#include "Failure.hpp"
+#include "commands.hpp"
+#include "log_sink.hpp"
+#include "terminal_text.hpp"
+
+namespace app {
+
+namespace {
+
+constexpr const char* s_footer =
+    "Exit status:\n"
+    "  0  done\n"
+    "  1  failure\n"
+    "  2  wrong usage\n"
+    "  3  malformed catalogue\n"
+    "  4  nothing found: no catalogue, or no product of that name";
+
+// Options of the main command and of every subcommand alike, so that they may stand before and behind its name.
+void addSharedOptions(CLI::App& app, Options& options) {
+    const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
+        return app.add_option(name, value, text)->type_name(type)->take_last();
+    };
+    add("--install-root", options.installRoot, "DIR", "Install root; by default the folder above this program's");
+    add("--support-package-root", options.supportPackageRoot, "DIR", "Support-package root; by default none");
+    add("--doc-root", options.docRoot, "DIR", "Documentation root in the user's settings");
+    add("--doc-data-root", options.docDataRoot, "DIR", "Data root in the user's settings");
+    add("--catalogue", options.catalogue, "FILE", "Catalogue to read instead of a root's docset.json")
+        ->check(CLI::ExistingFile.description(""));
+    app.add_option("--log", options.log, "Records on standard error, up to this level")
+        ->type_name("LEVEL")
+        ->take_last()
+        ->capture_default_str()
+        ->check(CLI::IsMember(logNames()));
+}
+
+CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const char* text,
+                     std::string (*command)(const Options&)) {
+    CLI::App& subcommand = *app.add_subcommand(name, text);
+    subcommand.callback([&options, command] { options.command = command; });
+    addSharedOptions(subcommand, options);
+    return subcommand;
+}
+
+void addCommands(CLI::App& app, Options& options) {
+    addCommand(app, options, "roots", "Print the documentation root and the data root", showRoots);
+    addCommand(app, options, "list", "Print the installed products", listProducts)
+        .add_flag("--all", options.all, "Print the rest of the catalogue as well");
+    addCommand(app, options, "find", "Print the product that a name leads to", findProduct)
+        .add_option("NAME", options.name, "Base code, help location, or short, alternative or display name")
+        ->type_name("")
+        ->required();
+}
+
+// What help or version have to say.
+std::string requestedText(const CLI::App& app, const CLI::Success& request) {
+    std::ostringstream text;
+    app.exit(request, text, text);
+    return text.str();
+}
+
+[[noreturn]] void refuse(const std::string& reason) {
+    throw Failure(ExitStatus::wrongUsage, printable(reason) + "\nRun docproducts --help for more information.\n");
+}
+
+}  // namespace
+
+Options readOptions(int argc, const char* const* argv) {
+    Options options;
+    CLI::App app("Tells where the documentation of VORLAN lives, and which documentation products are installed.",
+                 "docproducts");
+    app.set_help_flag("--help", "Print this help and leave");
+    app.set_version_flag("--version", "docproducts " DOCPRODUCTS_VERSION, "Print the version and leave");
+    app.footer(s_footer);
+    app.require_subcommand(0, 1);
+    addSharedOptions(app, options);
+    addCommands(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& request) {
+        options.command = [text = requestedText(app, request)](const Options&) { return text; };
+    } catch (const CLI::ParseError& e) {
+        refuse(e.what());
+    }
+    if (!options.command) {
+        refuse("One of the commands roots, list and find is required");
+    }
+    return options;
+}
+
+}  // namespace app
