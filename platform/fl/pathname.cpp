@@ -13,11 +13,14 @@ ustring make_native_form(const ustring& text, bool /*flag*/) {
 }
 
 void concatenate_pathname(ustring& text, const ustring& component, bool /*flag*/) {
-    text.reserve(text.size() + 1 + component.size());
+    ustring whole;  // apart, since the component may be the text itself
+    whole.reserve(text.size() + 1 + component.size());
+    whole = text;
     if (!text.empty() && text.back() != s_separator) {
-        text.push_back(s_separator);
+        whole.push_back(s_separator);
     }
-    text += component;
+    whole += component;
+    text.swap(whole);
 }
 
 bool is_absolute(const ustring& text) noexcept {

@@ -12,15 +12,20 @@ void EventQueue::post(ListenerPtr listener, std::shared_ptr<const SettingsValueC
     m_pending.push_back({std::move(listener), std::move(event)});
     if (!m_thread.joinable()) {
         m_thread = std::thread(&EventQueue::run, this);
+        m_threadId = m_thread.get_id();
     }
     m_changed.notify_all();
 }
 
 void EventQueue::close(const ListenerPtr& listener) {
+    vorlan::ChangeHandler dropped;  // let go of outside the lock, like every delivery
     std::unique_lock lock(m_mutex);
     listener->open = false;
     if (!onOwnThread()) {
         m_changed.wait(lock, [&] { return m_running != listener.get(); });
+    }
+    if (m_running != listener.get()) {
+        dropped.swap(listener->handler);
     }
 }
 
@@ -37,7 +42,7 @@ std::uint64_t EventQueue::delivered() {
 }
 
 void EventQueue::stop() {
-    std::deque<Delivery> dropped;  // let go of outside the lock, like every delivery
+    std::deque<Delivery> dropped;
     std::unique_lock lock(m_mutex);
     m_stopped = true;
     dropped.swap(m_pending);

@@ -19,8 +19,8 @@ class EventQueue {
 public:
     // A registered handler. Open until close() ends it.
     struct Listener {
-        vorlan::ChangeHandler handler;
-        bool open = true;  // guarded by the queue's lock
+        vorlan::ChangeHandler handler;  // gone once the registration has ended
+        bool open = true;               // guarded, like the handler, by the queue's lock
     };
     using ListenerPtr = std::shared_ptr<Listener>;
 
@@ -31,8 +31,8 @@ public:
     // Queues one call. Never delivers.
     void post(ListenerPtr listener, std::shared_ptr<const SettingsValueChangeEvent> event);
 
-    // Ends a registration: its calls still pending are dropped. Waits for a running one, except on the queue's
-    // thread.
+    // Ends a registration: its calls still pending are dropped, and the handler with all that it holds is let go of.
+    // A running call is waited for, except on the queue's own thread, where it goes on and keeps the handler.
     void close(const ListenerPtr& listener);
 
     // Waits until nothing is pending and nothing runs. Returns at once on the queue's thread.
@@ -52,7 +52,7 @@ private:
 
     void run();
     static void call(const Delivery& delivery) noexcept;
-    bool onOwnThread() const { return m_thread.get_id() == std::this_thread::get_id(); }
+    bool onOwnThread() const { return m_threadId == std::this_thread::get_id(); }
 
     std::mutex m_mutex;
     std::condition_variable m_changed;
@@ -61,6 +61,7 @@ private:
     std::uint64_t m_delivered = 0;
     bool m_stopped = false;
     std::thread m_thread;
+    std::thread::id m_threadId;  // stays when the thread is detached
 };
 
 }  // namespace settings::core

@@ -85,9 +85,13 @@ fl::ustring SettingsTree::effective(const Levels& levels) {
 }
 
 void SettingsTree::raise(const std::string& fullName) {
+    const auto listeners = m_listeners.find(fullName);
+    if (listeners == m_listeners.end()) {
+        return;
+    }
     const auto subject = boost::make_shared<Settings>(shared_from_this(), fullName);
     const auto event = std::make_shared<const SettingsValueChangeEvent>(subject);
-    for (const auto& candidate : m_listeners[fullName]) {
+    for (const auto& candidate : listeners->second) {
         if (auto listener = candidate.lock()) {
             m_events->post(std::move(listener), event);
         }

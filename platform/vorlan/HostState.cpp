@@ -11,7 +11,7 @@ HostState::HostState() {
     openSettings();
 }
 
-// While a listener may still ask for the rest of the state.
+// The queue comes to its end first: until then a listener may ask for any part of the state.
 HostState::~HostState() {
     m_events->stop();
 }

@@ -88,6 +88,10 @@ bool Services::exists(const fl::ustring& path) {
 }
 
 fl::ustring Services::canonical(const fl::ustring& path) {
+    if (path.find(u'\0') != fl::ustring::npos) {
+        throw std::filesystem::filesystem_error("a path can't hold a NUL", fl::i18n::to_string(path),
+                                                std::make_error_code(std::errc::no_such_file_or_directory));
+    }
     return fl::i18n::to_ustring(std::filesystem::canonical(fl::i18n::to_string(path)).native());
 }
 

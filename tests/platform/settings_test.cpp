@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <future>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
 #include "fl/i18n.hpp"
 #include "settings/in_vorlan.hpp"
@@ -74,20 +74,19 @@ TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
 }
 
 TEST(Events, ComeInOrderOnAnotherThreadAndNameTheirSetting) {
-    std::vector<std::string> seen;
+    std::string seen;
+    const auto caller = std::this_thread::get_id();
     const auto handler = [&](const SettingsValueChangeEvent& event) {
-        seen.push_back(event.getSubject()->getFullName() +
-                       (std::this_thread::get_id() == std::thread::id() ? "!" : ""));
+        EXPECT_NE(std::this_thread::get_id(), caller);
+        seen += event.getSubject()->getFullName() + " ";
     };
     const auto first = listen("group.first", handler);
     const auto second = listen("group.second", handler);
-    const auto caller = std::this_thread::get_id();
-    const auto elsewhere = listen("group.first", [&](const auto&) { EXPECT_NE(std::this_thread::get_id(), caller); });
     vorlan::setSetting("group.first", u"1", "user");
     vorlan::setSetting("group.second", u"1", "user");
     vorlan::setSetting("group.first", u"2", "user");
     vorlan::waitForEvents();
-    EXPECT_EQ(seen, (std::vector<std::string>{"group.first", "group.second", "group.first"}));
+    EXPECT_EQ(seen, "group.first group.second group.first ");
 }
 
 TEST(Events, ListenerHearsNothingFromBeforeItsTime) {
@@ -156,6 +155,27 @@ TEST(Connection, ListenerMayEndItself) {
     vorlan::setSetting("group.name", u"b", "user");
     vorlan::waitForEvents();
     EXPECT_EQ(events, 1);
+}
+
+TEST(Connection, EndLetsGoOfTheHandlerThoughItsCallIsPending) {
+    std::promise<void> gate;
+    const auto holdsUp = listen("group.name", [&](const auto&) { gate.get_future().wait(); });
+    const auto held = std::make_shared<int>();
+    auto connection = listen("group.name", [held](const auto&) { FAIL(); });
+    vorlan::setSetting("group.name", u"a", "user");
+    connection.reset();
+    EXPECT_EQ(held.use_count(), 1);
+    gate.set_value();
+}
+
+TEST(ConnectionDeathTest, ListenerMayEndTheProcess) {
+    static std::unique_ptr<Connection> s_connection;  // outlives the host's state
+    const auto run = [] {
+        s_connection = listen("group.name", [](const auto&) { std::exit(0); });
+        vorlan::setSetting("group.name", u"a", "user");
+        vorlan::waitForEvents();
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
