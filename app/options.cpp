@@ -1,6 +1,7 @@
 #include "options.hpp"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <sstream>
 
 #include "Failure.hpp"
@@ -20,6 +21,11 @@ constexpr const char* s_footer =
     "  3  malformed catalogue\n"
     "  4  nothing found: no catalogue, or no product of that name";
 
+// A catalogue may be read more than once, which a pipe or a device doesn't stand.
+std::string regularFile(const std::string& name) {
+    return std::filesystem::is_regular_file(name) ? "" : "No regular file: " + name;
+}
+
 // Options of the main command and of every subcommand alike, so that they may stand before and behind its name.
 void addSharedOptions(CLI::App& app, Options& options) {
     const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
@@ -30,7 +36,8 @@ void addSharedOptions(CLI::App& app, Options& options) {
     add("--doc-root", options.docRoot, "DIR", "Documentation root in the user's settings");
     add("--doc-data-root", options.docDataRoot, "DIR", "Data root in the user's settings");
     add("--catalogue", options.catalogue, "FILE", "Catalogue to read instead of a root's docset.json")
-        ->check(CLI::ExistingFile.description(""));
+        ->check(CLI::ExistingFile.description(""))
+        ->check(regularFile);
     app.add_option("--log", options.log, "Records on standard error, up to this level")
         ->type_name("LEVEL")
         ->take_last()

@@ -1,9 +1,9 @@
 #include "terminal_text.hpp"
 
 #include <fmt/format.h>
+
 #include <clocale>
 #include <cwchar>
-
 #include <vector>
 
 #include "fl/i18n.hpp"
@@ -44,21 +44,20 @@ char32_t codePoint(const fl::ustring& character) {
 }
 
 // Gives the calling thread's wide characters their Unicode meaning for as long as it lives. Where the system lacks
-// the locale the thread's own stays.
+// the locale the thread's own stays. The locale is opened once, which takes longer than a whole row of a table.
 class UnicodeLocale {
 public:
-    UnicodeLocale() : m_locale(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), m_previous(uselocale(m_locale)) {}
+    UnicodeLocale() : m_previous(uselocale(unicode())) {}
     UnicodeLocale(const UnicodeLocale&) = delete;
     UnicodeLocale& operator=(const UnicodeLocale&) = delete;
-    ~UnicodeLocale() {
-        uselocale(m_previous);
-        if (m_locale != nullptr) {
-            freelocale(m_locale);
-        }
-    }
+    ~UnicodeLocale() { uselocale(m_previous); }
 
 private:
-    locale_t m_locale;
+    static locale_t unicode() {
+        static const locale_t s_locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+        return s_locale;
+    }
+
     locale_t m_previous;
 };
 

@@ -13,7 +13,7 @@ namespace doc_products_shared {
 //
 // A product is installed if <data root>/<help location>/doccenter.properties exists, or
 // <data root>/docCatalog/products/<short name>.properties does, and none of its families is "webonlyproducts". A
-// failure while a product's files are tested is logged, and the product counts as not installed.
+// std::exception while a product's files are tested is logged, and the product counts as not installed.
 class DocProductCollector {  // its operations are listed in the library's version script
 public:
     // Finds the catalogue, reads it and tests each product's files. `docsetJsonFile` is the preferred catalogue and

@@ -22,7 +22,7 @@ public:
     // The contents of the file; `path` is UTF-16 text in native form. A file that doesn't exist gives the empty set
     // and a diagnostic at `error`. Anything else that goes wrong, one bad value included, gives nothing of the file:
     // the cause goes to std::cerr, alone and without a line end, and std::runtime_error comes out with "Error while
-    // parsing " + path.
+    // parsing " + path. Only what the test for the file throws, and what is no std::exception, comes out unchanged.
     DocumentationSet parse(const fl::ustring& path) const;
 };
 

@@ -148,8 +148,8 @@ void DocrootCache::setDocContentRoot(const upath& path) {
 void DocrootCache::setDocroot(const upath& path) {
     FUNCTION_TRACE("void docroot_cache::DocrootCache::setDocroot(const fl::filesystem::upath &)");
     setDocContentRoot(path);
-    if (isValidDataRoot(
-            path)) {  // the argument itself: an empty one doesn't stand for the root resolved in its place
+    // The argument itself: an empty one doesn't stand for the root that was resolved in its place.
+    if (isValidDataRoot(path)) {
         setDocDataRoot(path);
     }
     m_needsInit = true;

@@ -72,10 +72,6 @@ record_composer::record_composer(basic_diagnostic_logger<char>& logger, boost::l
     imbue_message_locale(stream());
 }
 
-record_composer::~record_composer() {
-    stream_provider::release_compound(m_compound);
-}
-
 void record_composer::push() {
     stream().flush();
     m_logger.parts().core->push_record(std::move(m_record));

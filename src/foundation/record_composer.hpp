@@ -2,6 +2,7 @@
 
 #include <boost/log/core/record.hpp>
 #include <boost/log/sources/record_ostream.hpp>
+#include <memory>
 
 #include "foundation/log/basic_diagnostic_logger.hpp"
 
@@ -26,7 +27,7 @@ public:
     record_composer(basic_diagnostic_logger<char>& logger, boost::log::record record);
     record_composer(const record_composer&) = delete;
     record_composer& operator=(const record_composer&) = delete;
-    ~record_composer();
+    ~record_composer() = default;
 
     boost::log::record_ostream& stream() noexcept { return m_compound->stream; }
     void push();
@@ -34,9 +35,15 @@ public:
 private:
     using stream_provider = boost::log::aux::stream_provider<char>;
 
+    struct return_compound {
+        void operator()(stream_provider::stream_compound* compound) const noexcept {
+            stream_provider::release_compound(compound);
+        }
+    };
+
     basic_diagnostic_logger<char>& m_logger;
     boost::log::record m_record;
-    stream_provider::stream_compound* m_compound;  // on loan from the provider
+    std::unique_ptr<stream_provider::stream_compound, return_compound> m_compound;  // on loan from the provider
 };
 
 }  // namespace foundation::log

@@ -4,9 +4,9 @@
 
 namespace foundation::json {
 
-// How a reader of this room ended. The numbers are visible to users: a message shows them as E0019. Two of them never
-// leave the readers: StringEndReached is a signal between two of them, and a value that fits no kind at all reports
-// ExpectedString or UnexpectedEnd, never ExpectedNull, ExpectedBoolean or ExpectedObject.
+// How a reader of this room ended. The numbers are visible to users: a message shows them as E0019. Four of them
+// never leave the readers: StringEndReached is a signal between two of them, and a value that fits no kind at all
+// reports ExpectedString or UnexpectedEnd, never ExpectedNull, ExpectedBoolean or ExpectedObject.
 enum class ParseResult : std::uint32_t {
     Ok = 0,
     ExpectedNull = 1,

@@ -14,7 +14,7 @@ using Position = std::string::const_iterator;
 
 constexpr std::ptrdiff_t s_reach = 80;  // bytes of the line shown on either side of the failure
 
-std::size_t distance(Position first, Position last) {
+std::size_t bytes_between(Position first, Position last) {
     return static_cast<std::size_t>(last - first);
 }
 
@@ -36,9 +36,9 @@ struct ParserException::Location {
     std::string source;
 
     Location(Position begin, Position current, Position end)
-        : offset(distance(begin, current)),
+        : offset(bytes_between(begin, current)),
           line(1 + static_cast<std::size_t>(std::count(begin, current, '\n'))),
-          column(distance(find_line_start(begin, current), current)),
+          column(bytes_between(find_line_start(begin, current), current)),
           caret(std::min(column, static_cast<std::size_t>(s_reach))),
           source(current - static_cast<std::ptrdiff_t>(caret), find_piece_end(current, end)) {}
 

@@ -70,7 +70,7 @@ template const Elements& Value::get<Elements>() const;
 template const Members& Value::get<Members>() const;
 
 const Value& Value::operator[](const std::string& key) const {
-    const Members& members = get<Members>();
+    const auto& members = get<Members>();
     const auto found = members.find(key);
     return found == members.end() ? UNDEFINED : found->second;
 }

@@ -1,6 +1,7 @@
 #include "json/lexical_reader.hpp"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -98,7 +99,7 @@ ParseResult parse_second_unit(char16_t& out, Position& position, Position end) {
 // The cursor stays on the backslash until the whole escape has been read, so that every failure is reported there.
 ParseResult parse_unicode_escape(std::string& buffer, Position& position, Position end) {
     Position behind = position + 2;
-    char16_t units[2] = {};
+    std::array<char16_t, 2> units{};
     int count = 1;
     ParseResult result = parse_hex4(units[0], behind, end);
     if (result == ParseResult::Ok && is_high_surrogate(units[0])) {
@@ -106,7 +107,7 @@ ParseResult parse_unicode_escape(std::string& buffer, Position& position, Positi
         result = parse_second_unit(units[1], behind, end);
     }
     if (result == ParseResult::Ok) {
-        buffer += detail::u16_to_u8(units, count);
+        buffer += detail::u16_to_u8(units.data(), count);
         position = behind;
     }
     return result;

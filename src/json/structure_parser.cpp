@@ -18,8 +18,8 @@ namespace foundation::json {
 
 namespace {
 
-constexpr char s_type_key[] = "zqtype";
-constexpr char s_data_key[] = "zqdata";
+constexpr const char* s_type_key = "zqtype";
+constexpr const char* s_data_key = "zqdata";
 
 constexpr std::array<std::string_view, 4> s_signed_types{"int64", "int32", "int16", "int8"};
 constexpr std::array<std::string_view, 4> s_unsigned_types{"uint64", "uint32", "uint16", "uint8"};
@@ -251,7 +251,7 @@ ParseResult reread_data(ObjectState& state, unsigned int flags, unsigned int dep
 [[gnu::noinline]] ParseResult apply_type(ObjectState& state, const Value& type, unsigned int flags,
                                          unsigned int depth) {
     try {
-        const std::string& name = type.get<std::string>();
+        const auto& name = type.get<std::string>();
         if (is_supported_type(name)) {
             state.element_type = name;
         }

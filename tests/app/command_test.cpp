@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <boost/algorithm/string/replace.hpp>
-#include <cctype>
 #include <cstdlib>
 #include <fstream>
 #include <string_view>
@@ -18,7 +17,7 @@ namespace {
 std::string withoutTimes(std::string text) {
     constexpr std::string_view shape = "0000-00-00T00:00:00Z";  // a zero for any digit
     const auto fits = [](char found, char wanted) {
-        return wanted == '0' ? std::isdigit(found) != 0 : found == wanted;
+        return wanted == '0' ? found >= '0' && found <= '9' : found == wanted;
     };
     for (auto at = text.begin();
          (at = std::search(at, text.end(), shape.begin(), shape.end(), fits)) != text.end();) {
