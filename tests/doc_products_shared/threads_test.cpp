@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
+#include <future>
 #include <thread>
 
 #include "doc_products_shared/DocProductCacheManager.hpp"
@@ -65,6 +67,23 @@ TEST(Threads, ReadersWritersAndEventsComeToRestInAgreement) {
     vorlan::waitForEvents();
     EXPECT_EQ(vorlan::settingAt("vorlan.help.DocRoot", "session"), settled);
     EXPECT_EQ(docroot.getDocroot().native(), settled);
+}
+
+TEST(Threads, FailedConstructionWaitsForAnEventThatIsBeingHandled) {
+    support::ScriptedServices services;
+    std::promise<void> handling;
+    services.on("parent", [&] {
+        handling.set_value();
+        std::this_thread::sleep_for(
+            std::chrono::milliseconds(50));  // time to take the cache away, were it not for us
+    });
+    services.on("listen vorlan.help.DocDataRoot", [&] {
+        vorlan::setSetting("vorlan.help.DocRoot", u"/late", "session");
+        handling.get_future().wait();
+        throw 7;
+    });
+    EXPECT_THROW(Docroot::getInstance(), int);
+    EXPECT_EQ(services.take("set DocRoot=/late").size(), 1U);
 }
 
 TEST(Threads, ManagerServesAllOfThemOneCollector) {

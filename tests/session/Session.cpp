@@ -196,6 +196,7 @@ void Session::addHost() {
         m_log = std::make_unique<support::RecordLog>(levels);
         return "";
     };
+    m_commands["break-log"] = [this](const std::string& start) { return m_log->failAt(start), ""; };
 }
 
 void Session::addOperations() {

@@ -15,21 +15,25 @@
 
 namespace session {
 
+// clang-format off
 // A host and the library in it, driven line by line, for the transcripts of the library's rooms. The install root is
-// "$T/vorlan", whose help folder exists, the support-package root "$T/packages", which doesn't; the settings are
-// empty.
+// "$T/vorlan", whose help folder exists, the support-package root "$T/packages", which doesn't; the settings are empty.
 // "$T" stands for a folder of the session's own.
 //
 // The scene:   file NAME [TEXT] | folder NAME
-//              catalogue FILE [NAME...]: products of that display name and base code, whose help location and short
-//              name are the name in lower case install-root [PATH] | packages [PATH] | settings on|off set
-//              NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line | held NAME@LEVEL
+//              catalogue FILE [NAME...]: products of that display name and base code; the name in lower case is their
+//                  help location and short name
+//              install-root [PATH] | packages [PATH] | settings on|off
+//              set NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line
+//              held NAME@LEVEL: what a level of a setting holds
 // The host:    fail CALL | fail oddly CALL (no std::exception) | nothing CALL (null or empty) | heal
-// What shows:  log LEVEL... | calls START...: records, and calls of the host by the start of their lines, from here
-// on Operations:  cache OPERATION [ARGUMENT] and docroot OPERATION [ARGUMENT], "new" for a new cache
+// What shows:  log LEVEL...: records, from here on | break-log START: a record that starts so fails
+//              calls START,...: calls of the host by the start of their lines, from here on
+// Operations:  cache OPERATION [ARGUMENT] | docroot OPERATION [ARGUMENT], "new" for the construction
 //              parse FILE | collector [FILE] | find [FILE] | installed | info NAME | request | name [FILE]
 //
 // An answer shows the records, the calls, what went to standard error, then the result or what was thrown.
+// clang-format on
 class Session {
 public:
     Session();

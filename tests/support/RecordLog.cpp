@@ -7,6 +7,7 @@
 #include <boost/make_shared.hpp>
 #include <map>
 #include <mutex>
+#include <stdexcept>
 #include <utility>
 
 #include "vorlan/host.hpp"
@@ -39,6 +40,9 @@ public:
     void consume(const boost::log::record_view& record) {
         const std::string line = lineOf(record);
         const std::lock_guard lock(m_mutex);
+        if (!m_failing.empty() && line.find(m_failing) == line.find_first_not_of(' ')) {
+            throw std::runtime_error("broken");
+        }
         m_lines += line;
     }
 
@@ -47,9 +51,15 @@ public:
         return std::exchange(m_lines, {});
     }
 
+    void failAt(const std::string& start) {
+        const std::lock_guard lock(m_mutex);
+        m_failing = start;
+    }
+
 private:
     std::mutex m_mutex;
     std::string m_lines;
+    std::string m_failing;  // the start of lines that fail; empty: none
 };
 
 }  // namespace
@@ -76,6 +86,10 @@ RecordLog::RecordLog(const std::vector<level>& levels, const std::string& logger
 
 RecordLog::~RecordLog() {
     boost::log::core::get()->remove_sink(m_sink->frontend);
+}
+
+void RecordLog::failAt(const std::string& start) {
+    m_sink->backend->failAt(start);
 }
 
 std::string RecordLog::take() {

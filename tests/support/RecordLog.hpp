@@ -28,6 +28,9 @@ public:
     // The lines so far, which are forgotten.
     std::string take();
 
+    // From now on a record whose line starts so, its indent left out, throws std::runtime_error instead.
+    void failAt(const std::string& start);
+
 private:
     struct Sink;
     std::shared_ptr<Sink> m_sink;
