@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "session/Session.hpp"
+#include "console/Console.hpp"
 #include "support/Transcript.hpp"
 #include "support/row_name.hpp"
 
@@ -9,8 +9,8 @@ namespace {
 class Library : public testing::TestWithParam<support::TranscriptCase> {};
 
 TEST_P(Library, AnswersAsRecorded) {
-    session::Session session;
-    EXPECT_EQ(replay(GetParam(), [&](const std::string& line) { return session.type(line); }), GetParam().text);
+    console::Console console;
+    EXPECT_EQ(replay(GetParam(), [&](const std::string& line) { return console.type(line); }), GetParam().text);
 }
 
 INSTANTIATE_TEST_SUITE_P(Transcript, Library, testing::ValuesIn(support::readTranscripts(TRANSCRIPTS)),

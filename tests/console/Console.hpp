@@ -5,7 +5,6 @@
 #include <memory>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "doc_products_shared/DocProductCollector.hpp"
 #include "docroot_cache/DocrootCache.hpp"
@@ -13,12 +12,12 @@
 #include "support/ScriptedServices.hpp"
 #include "support/TemporaryFolder.hpp"
 
-namespace session {
+namespace console {
 
 // clang-format off
 // A host and the library in it, driven line by line, for the transcripts of the library's rooms. The install root is
 // "$T/vorlan", whose help folder exists, the support-package root "$T/packages", which doesn't; the settings are empty.
-// "$T" stands for a folder of the session's own.
+// "$T" stands for a folder of the console's own.
 //
 // The scene:   file NAME [TEXT] | folder NAME
 //              catalogue FILE [NAME...]: products of that display name and base code; the name in lower case is their
@@ -34,35 +33,37 @@ namespace session {
 //
 // An answer shows the records, the calls, what went to standard error, then the result or what was thrown.
 // clang-format on
-class Session {
+class Console {
 public:
-    Session();
+    Console();
 
     std::string type(const std::string& line);
 
 private:
-    using Words = std::vector<std::string>;
+    using Text = const std::string&;
 
-    std::string run(const std::string& line);
-    std::string observed();
-    fl::ustring wide(const std::string& text) const;
-    fl::filesystem::upath path(const std::string& text) const { return fl::filesystem::upath(wide(text)); }
+    void addAction(Text word, std::function<void(Text)> action);
     void addScene();
     void addHost();
     void addOperations();
-    std::string onCache(const std::string& argument);
-    std::string onDocroot(const std::string& argument) const;
+    std::string observed();
+    fl::ustring wide(Text text) const;
+    fl::filesystem::upath path(Text text) const { return fl::filesystem::upath(wide(text)); }
+    std::string change(Text argument) const;
+    void fail(Text argument);
+    void show(Text levels);
+    std::string onCache(Text argument);
+    std::string onDocroot(Text argument) const;
     std::string request();
 
-    std::map<std::string, std::function<std::string(const std::string&)>>
-        m_commands;  // by first word, given the rest
+    std::map<std::string, std::function<std::string(Text)>> m_commands;  // by first word, given the rest of the line
     support::TemporaryFolder m_folder;
     support::ScriptedServices m_services;
     std::unique_ptr<support::RecordLog> m_log;
-    Words m_shownCalls;
+    std::vector<std::string> m_shownCalls;
     std::ostringstream m_errors;
     std::unique_ptr<docroot_cache::DocrootCache> m_cache;
     std::shared_ptr<doc_products_shared::DocProductCollector> m_collector;
 };
 
-}  // namespace session
+}  // namespace console

@@ -1,0 +1,253 @@
+#include "console/Console.hpp"
+
+#include <boost/algorithm/string.hpp>
+#include <iostream>
+#include <stdexcept>
+#include <utility>
+
+#include "doc_products_shared/DocProductCacheManager.hpp"
+#include "doc_products_shared/DocSetJsonParser.hpp"
+#include "doc_products_shared/Docroot.hpp"
+#include "fl/i18n.hpp"
+#include "vorlan/host.hpp"
+
+namespace console {
+
+using namespace doc_products_shared;
+using docroot_cache::DocrootCache;
+using fl::filesystem::upath;
+using foundation::log::level;
+
+namespace {
+
+// The text up to the first such character, and what follows it.
+std::pair<std::string, std::string> split(const std::string& text, char at = ' ') {
+    const std::size_t end = std::min(text.find(at), text.size());
+    return {text.substr(0, end), text.substr(std::min(end + 1, text.size()))};
+}
+
+std::vector<std::string> words(const std::string& text, const char* separator) {
+    std::vector<std::string> result;
+    return text.empty() ? result : boost::split(result, text, boost::is_any_of(separator));
+}
+
+std::string shown(const upath& path) {
+    return path.empty() ? "(empty)" : fl::i18n::to_string(path.native());
+}
+
+std::string shown(const DocProduct& product) {
+    std::vector<std::string> fields = {product.getDisplayName(),  product.getHelpLocation(),
+                                       product.getShortName(),    product.getBaseCode(),
+                                       product.getAltShortName(), product.getAvailability()};
+    for (const ProductFamily& family : product.getProductFamilies()) {
+        fields.push_back(family.getFamily() + "/" + family.getGroup());
+    }
+    return boost::join(fields, " | ") + "\n";
+}
+
+std::string shown(const std::vector<TopLevelDocProductPtr>& products) {
+    std::string text;
+    for (const auto& product : products) {
+        text += shown(*product);
+    }
+    return text.empty() ? "(none)" : text;
+}
+
+std::string shown(const DocumentationSet& set) {
+    return "format " + set.getFormat() + ", release " + set.getRelease() + "\n" + shown(set.getTopLevelProducts());
+}
+
+std::string catalogueText(const std::string& names) {
+    std::vector<std::string> products;
+    for (const std::string& name : words(names, " ")) {
+        const std::string product = R"({"product": {"display_name": "N", "help_location": "l", "short_name": "l", )"
+                                    R"("basecode": "N", "product_family_list": []}})";
+        const std::string location = "\"" + boost::to_lower_copy(name) + "\"";
+        products.push_back(boost::replace_all_copy(boost::replace_all_copy(product, "\"l\"", location), "\"N\"",
+                                                   "\"" + name + "\""));
+    }
+    return R"({"documentation_set": {"format": "", "release": "", "product_list": [)" + boost::join(products, ", ") +
+           "]}}";
+}
+
+template <class Roots>
+std::string runOnRoots(Roots& roots, const std::string& operation, const upath& argument) {
+    if (operation.starts_with("get")) {
+        return shown(operation == "getDocroot" ? roots.getDocroot() : roots.getDocDataRoot());
+    }
+    operation == "setDocroot" ? roots.setDocroot(argument) : roots.setDocDataRoot(argument);
+    return "";
+}
+
+}  // namespace
+
+Console::Console() {
+    m_folder.makeFolder("vorlan/help");
+    vorlan::setInstallRoot(wide("$T/vorlan"));
+    vorlan::setSupportPackageRoot(wide("$T/packages"));
+    addScene();
+    addHost();
+    addOperations();
+}
+
+std::string Console::type(Text line) {
+    std::streambuf* const errors = std::cerr.rdbuf(m_errors.rdbuf());
+    std::string result;
+    try {
+        const auto [word, rest] = split(line);
+        result = m_commands.at(word)(rest);
+    } catch (const std::exception& e) {
+        result = "! " + std::string(e.what());
+    } catch (int) {
+        result = "! no standard exception";
+    }
+    std::cerr.rdbuf(errors);
+    return m_folder.generic(observed() + result);
+}
+
+std::string Console::observed() {
+    std::string text = m_log ? m_log->take() : "";
+    for (const std::string& call : m_services.take()) {
+        for (const std::string& start : m_shownCalls) {
+            text += call.starts_with(start) ? "* " + call + "\n" : "";
+        }
+    }
+    const std::string errors = m_errors.str();
+    m_errors.str("");
+    return errors.empty() ? text : text + "stderr: " + errors + "\n";
+}
+
+fl::ustring Console::wide(Text text) const {
+    return fl::i18n::to_ustring(boost::replace_all_copy(text, "$T", m_folder.path().native()));
+}
+
+void Console::addAction(Text word, std::function<void(Text)> action) {
+    m_commands[word] = [action = std::move(action)](Text argument) {
+        action(argument);
+        return "";
+    };
+}
+
+void Console::addScene() {
+    addAction("file", [this](Text argument) {
+        const auto [name, text] = split(argument);
+        m_folder.write(name, fl::i18n::to_string(wide(text)));
+    });
+    addAction("catalogue", [this](Text argument) {
+        const auto [name, products] = split(argument);
+        m_folder.write(name, catalogueText(products));
+    });
+    addAction("folder", [this](Text name) { m_folder.makeFolder(name); });
+    addAction("install-root", [this](Text text) { vorlan::setInstallRoot(wide(text)); });
+    addAction("packages", [this](Text text) { vorlan::setSupportPackageRoot(wide(text)); });
+    addAction("settings", [](Text state) { state == "on" ? vorlan::openSettings() : vorlan::closeSettings(); });
+    m_commands["set"] = [this](Text argument) { return change(argument); };
+    m_commands["held"] = [](Text setting) {
+        const auto [name, atLevel] = split(setting, '@');
+        const auto text = vorlan::settingAt("vorlan.help." + name, atLevel);
+        return text ? "\"" + fl::i18n::to_string(*text) + "\"" : "unset";
+    };
+}
+
+std::string Console::change(Text argument) const {
+    const auto [setting, text] = split(argument);
+    const auto [name, atLevel] = split(setting, '@');
+    const std::uint64_t before = vorlan::deliveredEvents();
+    vorlan::setSetting("vorlan.help." + name, wide(text), atLevel.empty() ? "session" : atLevel);
+    vorlan::waitForEvents();
+    const std::uint64_t events = vorlan::deliveredEvents() - before;
+    return events == 0 ? "" : "events: " + std::to_string(events);
+}
+
+void Console::addHost() {
+    addAction("fail", [this](Text argument) { fail(argument); });
+    addAction("nothing", [this](Text call) { m_services.answerNothing(call); });
+    addAction("heal", [this](Text) { m_services.reset(); });
+    addAction("calls", [this](Text starts) { m_shownCalls = words(starts, ","), m_services.take(); });
+    addAction("log", [this](Text levels) { show(levels); });
+    addAction("break-log", [this](Text start) { m_log->failAt(start); });
+}
+
+void Console::fail(Text argument) {
+    const bool oddly = argument.starts_with("oddly ");
+    m_services.on(fl::i18n::to_string(wide(oddly ? split(argument).second : argument)), [oddly] {
+        if (oddly) {
+            throw 7;
+        }
+        throw std::runtime_error("broken");
+    });
+}
+
+void Console::show(Text levels) {
+    static const std::map<std::string, level> s_levels = {{"note", level::note},
+                                                          {"detail", level::detail},
+                                                          {"enter", level::enter},
+                                                          {"exit", level::exit},
+                                                          {"error", level::error}};
+    std::vector<level> shownLevels;
+    for (const std::string& word : words(levels, " ")) {
+        shownLevels.push_back(s_levels.at(word));
+    }
+    m_log.reset();
+    m_log = std::make_unique<support::RecordLog>(shownLevels);
+}
+
+void Console::addOperations() {
+    m_commands["cache"] = [this](Text argument) { return onCache(argument); };
+    m_commands["docroot"] = [this](Text argument) { return onDocroot(argument); };
+    m_commands["parse"] = [this](Text file) { return shown(DocSetJsonParser().parse(wide(file))); };
+    addAction("collector", [this](Text file) { m_collector = std::make_shared<DocProductCollector>(path(file)); });
+    m_commands["find"] = [this](Text file) { return shown(m_collector->findDocsetJsonFile(path(file))); };
+    m_commands["installed"] = [this](Text) { return shown(*m_collector->getInstalledTopLevelDocProducts()); };
+    m_commands["info"] = [this](Text name) {
+        const auto product = m_collector->getProductInfo(name);
+        return product ? shown(*product) : "(none)";
+    };
+    m_commands["request"] = [this](Text) { return request(); };
+    addAction("name", [this](Text file) { DocProductCacheManager::getInstance().setDocsetJsonFile(path(file)); });
+}
+
+std::string Console::onCache(Text argument) {
+    using Operation = std::function<std::string(DocrootCache&, const upath&)>;
+    static const std::map<std::string, Operation> s_operations = {
+        {"init", [](auto& cache, auto&) { return cache.init(), ""; }},
+        {"setDocContentRoot", [](auto& cache, auto& path) { return cache.setDocContentRoot(path), ""; }},
+        {"isValidDataRoot", [](auto& cache, auto& path) { return cache.isValidDataRoot(path) ? "true" : "false"; }},
+        {"getInitialDocroot", [](auto& cache, auto&) { return shown(cache.getInitialDocroot()); }},
+        {"getInitialDocDataRoot", [](auto& cache, auto&) { return shown(cache.getInitialDocDataRoot()); }},
+        {"getDefaultDocroot", [](auto& cache, auto&) { return shown(cache.getDefaultDocroot()); }},
+    };
+    const auto [operation, rest] = split(argument);
+    if (operation == "new") {
+        return m_cache = std::make_unique<DocrootCache>(), "";
+    }
+    if (operation == "readSetting") {
+        return shown(m_cache->readSetting(rest));
+    }
+    if (operation == "writeSetting") {
+        return m_cache->writeSetting(split(rest).first, path(split(rest).second)), "";
+    }
+    const auto found = s_operations.find(operation);
+    return found == s_operations.end() ? runOnRoots(*m_cache, operation, path(rest))
+                                       : found->second(*m_cache, path(rest));
+}
+
+std::string Console::onDocroot(Text argument) const {
+    const auto [operation, rest] = split(argument);
+    Docroot& docroot = Docroot::getInstance();
+    const std::string result = operation == "new" ? "" : runOnRoots(docroot, operation, path(rest));
+    vorlan::waitForEvents();
+    return result;
+}
+
+// What the manager hands out, against what it handed out before.
+std::string Console::request() {
+    const auto former = m_collector;
+    m_collector = DocProductCacheManager::getInstance().getDocProductCache();
+    if (!m_collector) {
+        return "null";
+    }
+    return m_collector == former ? "the same" : "another";
+}
+
+}  // namespace console
