@@ -10,29 +10,29 @@
 namespace foundation::log {
 
 void function_trace::enter() {
-    if (diagnostic entry(*m_logger, level::enter); entry) {
-        entry.write(m_function);
+    if (diagnostic entry(*logger, level::enter); entry) {
+        entry.write(function);
     }
-    add_depth(*m_logger, 1);
+    add_depth(*logger, 1);
 }
 
 void function_trace::leave() noexcept {
     try {
-        add_depth(*m_logger, -1);
+        add_depth(*logger, -1);
         log_exit();
     } catch (...) {  // the record is lost, the operation's outcome stands
     }
 }
 
 void function_trace::log_exit() {
-    boost::log::record record = open_record(*m_logger, level::exit);
+    boost::log::record record = open_record(*logger, level::exit);
     if (!record) {
         return;
     }
     boost::log::record_ostream stream(record);
-    stream << m_function << (std::uncaught_exceptions() > m_uncaught ? " [throw]" : "");
+    stream << function << (std::uncaught_exceptions() > uncaught ? " [throw]" : "");
     stream.flush();
-    m_logger->parts().core->push_record(std::move(record));
+    logger->parts().core->push_record(std::move(record));
 }
 
 }  // namespace foundation::log

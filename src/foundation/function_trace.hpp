@@ -18,21 +18,22 @@ namespace foundation::log {
 class function_trace {
 public:
     // Throws what the entry record throws; nothing is traced then.
-    function_trace(basic_diagnostic_logger<char>& logger, std::string_view function, std::string_view file, int line)
-        : m_logger(&logger),
-          m_enabled(logger.enabled(level::enter)),
-          m_function(function),
-          m_file(file),
-          m_line(line),
-          m_uncaught(std::uncaught_exceptions()) {
-        if (m_enabled) {
+    function_trace(basic_diagnostic_logger<char>& log, std::string_view signature, std::string_view module,
+                   std::int32_t moduleLine)
+        : logger(&log),
+          enabled(log.enabled(level::enter)),
+          function(signature),
+          file(module),
+          line(moduleLine),
+          uncaught(std::uncaught_exceptions()) {
+        if (enabled) {
             enter();
         }
     }
     function_trace(const function_trace&) = delete;
     function_trace& operator=(const function_trace&) = delete;
     ~function_trace() {
-        if (m_enabled) {
+        if (enabled) {
             leave();
         }
     }
@@ -42,12 +43,12 @@ private:
     void leave() noexcept;
     void log_exit();
 
-    basic_diagnostic_logger<char>* m_logger;
-    bool m_enabled;
-    std::string_view m_function;               // the signature
-    [[maybe_unused]] std::string_view m_file;  // where the scope stands: for a debugger, in no record
-    [[maybe_unused]] std::int32_t m_line;
-    std::int32_t m_uncaught;  // exceptions in flight at the start
+    basic_diagnostic_logger<char>* logger;
+    bool enabled;
+    std::string_view function;               // the signature
+    [[maybe_unused]] std::string_view file;  // where the scope stands: for a debugger, in no record
+    [[maybe_unused]] std::int32_t line;
+    std::int32_t uncaught;  // exceptions in flight at the start
 };
 
 }  // namespace foundation::log
