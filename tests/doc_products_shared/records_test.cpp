@@ -20,15 +20,4 @@ TEST(DocumentationSet, KeepsProductsInOrderAlsoTwiceAndLeavesTheArgumentEmpty) {
     EXPECT_EQ(set.getTopLevelProducts()[2].get(), record);
 }
 
-TEST(DocProduct, OutlivesItsSet) {
-    DocProductPtr product;
-    {
-        DocumentationSet set("1", "2");
-        set.addTopLevelProduct(
-            std::make_shared<TopLevelDocProduct>("A", "", "", "", "", "", std::vector<ProductFamily>{{"f", "g"}}));
-        product = set.getTopLevelProducts().front();
-    }
-    EXPECT_EQ(product->getProductFamilies().front().getGroup(), "g");
-}
-
 }  // namespace

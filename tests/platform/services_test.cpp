@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <boost/algorithm/string/join.hpp>
 #include <stdexcept>
 
 #include "SupportPackageRootReader.hpp"
@@ -33,21 +34,11 @@ TEST(Services, EachCallArrivesOnceAndCanFail) {
     support::ScriptedServices services;
     callEverything();
     const std::vector<std::string> calls = services.take();
-    const std::vector<std::string> expected = {"context",
-                                               "root",
-                                               "node vorlan.help",
-                                               "set DocRoot=/a @session",
-                                               "get DocRoot",
-                                               "node vorlan.help.DocRoot",
-                                               "parent vorlan.help.DocRoot",
-                                               "listen vorlan.help.DocRoot",
-                                               "install root",
-                                               "support package root",
-                                               "exists /",
-                                               "canonical /"};
-    EXPECT_EQ(calls, expected);
-
-    for (const std::string& call : expected) {
+    EXPECT_EQ(boost::algorithm::join(calls, ", "),
+              "context, root, node vorlan.help, set DocRoot=/a @session, get DocRoot, node vorlan.help.DocRoot, "
+              "parent vorlan.help.DocRoot, listen vorlan.help.DocRoot, install root, support package root, exists /, "
+              "canonical /");
+    for (const std::string& call : calls) {
         services.on(call, [&] { throw std::runtime_error(call); });
         EXPECT_THROW(callEverything(), std::runtime_error) << call;
         services.reset();
@@ -73,12 +64,6 @@ TEST(Services, EachContextHasItsOwnSettings) {
     EXPECT_EQ(vorlan::settingAt("group.name", "user"), std::nullopt);
     vorlan::setContext({0});
     EXPECT_EQ(vorlan::settingAt("group.name", "user"), u"first");
-}
-
-TEST(Services, SupportPackageRootIsWhatTheHostSet) {
-    EXPECT_EQ(SupportPackageRootReader().getSupportPackageRootNoCreate(), u"");
-    vorlan::setSupportPackageRoot(u"/packages");
-    EXPECT_EQ(SupportPackageRootReader().getSupportPackageRootNoCreate(), u"/packages");
 }
 
 TEST(Settings, ParentsLeadToTheRoot) {
