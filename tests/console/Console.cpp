@@ -1,6 +1,8 @@
 #include "console/Console.hpp"
 
 #include <boost/algorithm/string.hpp>
+#include <boost/format.hpp>
+#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 #include <utility>
@@ -8,6 +10,7 @@
 #include "doc_products_shared/DocProductCacheManager.hpp"
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "doc_products_shared/Docroot.hpp"
+#include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "vorlan/host.hpp"
 
@@ -87,6 +90,7 @@ Console::Console() {
     vorlan::setSupportPackageRoot(wide("$T/packages"));
     addScene();
     addHost();
+    addPlatform();
     addOperations();
 }
 
@@ -138,6 +142,10 @@ void Console::addScene() {
         m_folder.write(name, catalogueText(products));
     });
     addAction("folder", [this](Text name) { m_folder.makeFolder(name); });
+    addAction("link", [this](Text argument) {
+        std::filesystem::create_symlink(split(argument).first, m_folder.path() / split(argument).second);
+    });
+    addAction("context", [](Text number) { vorlan::setContext({static_cast<unsigned>(std::stoul(number))}); });
     addAction("install-root", [this](Text text) { vorlan::setInstallRoot(wide(text)); });
     addAction("packages", [this](Text text) { vorlan::setSupportPackageRoot(wide(text)); });
     addAction("settings", [](Text state) { state == "on" ? vorlan::openSettings() : vorlan::closeSettings(); });
@@ -190,6 +198,30 @@ void Console::show(Text levels) {
     }
     m_log.reset();
     m_log = std::make_unique<support::RecordLog>(shownLevels);
+}
+
+void Console::addPlatform() {
+    m_commands["text"] = [](Text bytes) {
+        std::string units;
+        for (const char16_t unit : fl::i18n::to_ustring(bytes)) {
+            units += boost::str(boost::format("%04X ") % static_cast<unsigned>(unit));
+        }
+        return units + (fl::i18n::to_string(fl::i18n::utf8_to_ustring(bytes)) == bytes ? "and back" : "but not back");
+    };
+    m_commands["units"] = [](Text hex) {
+        fl::ustring units;
+        for (const std::string& unit : words(hex, " ")) {
+            units.push_back(static_cast<char16_t>(std::stoul(unit, nullptr, 16)));
+        }
+        return fl::i18n::to_string(units);
+    };
+    m_commands["join"] = [this](Text argument) {
+        return shown(path(split(argument, ',').first) / wide(split(argument, ',').second));
+    };
+    m_commands["exists"] = [this](Text name) { return fl::filesystem::exists(path(name)) ? "true" : "false"; };
+    m_commands["canonical"] = [this](Text argument) {
+        return shown(fl::filesystem::canonical(path(split(argument).first), path(split(argument).second)));
+    };
 }
 
 void Console::addOperations() {

@@ -19,15 +19,17 @@ namespace console {
 // "$T/vorlan", whose help folder exists, the support-package root "$T/packages", which doesn't; the settings are empty.
 // "$T" stands for a folder of the console's own.
 //
-// The scene:   file NAME [TEXT] | folder NAME
+// The scene:   file NAME [TEXT] | folder NAME | link TARGET NAME
 //              catalogue FILE [NAME...]: products of that display name and base code; the name in lower case is their
 //                  help location and short name
-//              install-root [PATH] | packages [PATH] | settings on|off
+//              install-root [PATH] | packages [PATH] | settings on|off | context NUMBER
 //              set NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line
 //              held NAME@LEVEL: what a level of a setting holds
 // The host:    fail CALL | fail oddly CALL (no std::exception) | nothing CALL (null or empty) | heal
 // What shows:  log LEVEL...: records, from here on | break-log START: a record that starts so fails
 //              calls START,...: calls of the host by the start of their lines, from here on
+// Platform:    text BYTES and units HEX...: each as the other | join PATH,COMPONENT | exists PATH
+//              canonical PATH [BASE]
 // Operations:  cache OPERATION [ARGUMENT] | docroot OPERATION [ARGUMENT], "new" for the construction
 //              parse FILE | collector [FILE] | find [FILE] | installed | info NAME | request | name [FILE]
 //
@@ -45,6 +47,7 @@ private:
     void addAction(Text word, std::function<void(Text)> action);
     void addScene();
     void addHost();
+    void addPlatform();
     void addOperations();
     std::string observed();
     fl::ustring wide(Text text) const;

@@ -2,11 +2,13 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <future>
 #include <stdexcept>
 #include <thread>
 
+#include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "settings/in_vorlan.hpp"
 #include "vlutil/contextmgr.hpp"
@@ -55,6 +57,18 @@ TEST(Settings, HighestLevelThatHoldsAValueAnswers) {
     EXPECT_EQ(node->get<fl::ustring>("name", "session"), u"");
     EXPECT_THROW(node->set<fl::ustring>("name", u"x", "machine"), std::invalid_argument);
     EXPECT_THROW(node->get<fl::ustring>("name", "machine"), std::invalid_argument);
+}
+
+TEST(Settings, ParentsLeadToTheRoot) {
+    const auto group = root()->getSettingsByFullName("vorlan.help.DocRoot")->getParent();
+    EXPECT_EQ(group->getFullName(), "vorlan.help");
+    EXPECT_EQ(group->getParent()->getParent()->getFullName(), "");
+    EXPECT_EQ(root()->getParent(), nullptr);
+}
+
+TEST(InstallRoot, LiesAboveTheProgramUntilItIsSet) {
+    const auto program = std::filesystem::canonical("/proc/self/exe");
+    EXPECT_EQ(fl::i18n::to_string(fl::filesystem::get_install_path()), program.parent_path().parent_path());
 }
 
 TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
