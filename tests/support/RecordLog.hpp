@@ -12,15 +12,13 @@ namespace support {
 // The mask with the bits of these levels.
 std::uint32_t maskOf(const std::vector<foundation::log::level>& levels);
 
-constexpr const char* s_libraryLogger = "doc_products_shared";
-
 // Collects the records of the process, from creation to the end, as text: a line each, indented by two blanks a level
 // of depth, "> " before an entry, "< " before an exit, and "note: ", "detail: " or "error: " before the rest.
 class RecordLog {
 public:
     // Switches the loggers of that name to the levels.
     explicit RecordLog(const std::vector<foundation::log::level>& levels,
-                       const std::string& loggerName = s_libraryLogger);
+                       const std::string& loggerName = "doc_products_shared");
     RecordLog(const RecordLog&) = delete;
     RecordLog& operator=(const RecordLog&) = delete;
     ~RecordLog();

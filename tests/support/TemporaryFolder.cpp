@@ -5,8 +5,6 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <fstream>
 
-#include "fl/i18n.hpp"
-
 namespace support {
 
 TemporaryFolder::TemporaryFolder() {
@@ -25,10 +23,6 @@ void TemporaryFolder::write(const std::string& name, const std::string& content)
     const auto file = m_path / name;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file) << content;
-}
-
-fl::ustring TemporaryFolder::operator()(const std::string& name) const {
-    return fl::i18n::to_ustring(name.empty() ? m_path.native() : (m_path / name).native());
 }
 
 std::string TemporaryFolder::generic(std::string text) const {

@@ -3,8 +3,6 @@
 #include <filesystem>
 #include <string>
 
-#include "fl/ustring.hpp"
-
 namespace support {
 
 // An empty folder of the test's own, removed at the end with all that is in it.
@@ -22,9 +20,6 @@ public:
 
     // Makes a folder below the folder.
     void makeFolder(const std::string& name) const { std::filesystem::create_directories(m_path / name); }
-
-    // The UTF-16 path of something below the folder; the folder itself for the empty name.
-    fl::ustring operator()(const std::string& name = "") const;
 
     // The text with each mention of the folder replaced by "$T".
     std::string generic(std::string text) const;
