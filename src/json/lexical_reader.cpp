@@ -5,25 +5,16 @@
 #include <string_view>
 #include <utility>
 
-#include "fl/lcctype.hpp"
-#include "json/parse.hpp"
 #include "json/text.hpp"
 
 namespace foundation::json {
 
 namespace {
 
-bool is_space(char byte) {
-    return fl::i18n::lcctype::isspace_ascii(static_cast<char32_t>(byte)) != 0;
-}
-
-bool is_digit(char byte) {
-    return fl::i18n::lcctype::isdigit_ascii(static_cast<char32_t>(byte)) != 0;
-}
-
-Position skip_digits(Position position, Position end) {
-    return std::find_if_not(position, end, is_digit);
-}
+using detail::is_digit;
+using detail::skip_digits;
+using detail::skip_plain;
+using detail::skip_spaces;
 
 bool accept(char byte, Position& position, Position end) {
     if (position == end || *position != byte) {
@@ -166,6 +157,24 @@ ParseResult scan_exponent(Position& position, Position end) {
     return expect_digit(ParseResult::ExpectedExponentDigit, position, end);
 }
 
+// From the first escape on; `start` is where the text begins.
+ParseResult decode_string(std::string_view& out, std::string& decoded, Position start, Position& position,
+                          Position end) {
+    decoded.assign(start, position);
+    ParseResult result = ParseResult::Ok;
+    while ((result = parse_string_char(decoded, position, end)) == ParseResult::Ok) {
+        const Position plain = position;
+        position = skip_plain(plain, end);
+        decoded.append(plain, position);
+    }
+    if (result != ParseResult::StringEndReached) {
+        return result;
+    }
+    ++position;
+    out = decoded;
+    return ParseResult::Ok;
+}
+
 ParseResult scan_literal(std::string_view literal, ParseResult otherwise, Position& position, Position end) {
     const auto [mismatch, reached] = std::mismatch(literal.begin(), literal.end(), position, end);
     if (mismatch == literal.end()) {
@@ -177,37 +186,37 @@ ParseResult scan_literal(std::string_view literal, ParseResult otherwise, Positi
 
 }  // namespace
 
-void skip_whitespace(Position& position, Position end, unsigned int flags) {
-    position = std::find_if_not(position, end, is_space);
-    if ((flags & ALLOW_COMMENTS) == 0) {
-        return;
-    }
+void skip_comments(Position& position, Position end) {
     for (auto terminator = comment_terminator(position, end); !terminator.empty();
          terminator = comment_terminator(position, end)) {
-        position = std::find_if_not(skip_comment(position, end, terminator), end, is_space);
+        position = skip_spaces(skip_comment(position, end, terminator), end);
     }
 }
 
 ParseResult parse_string(std::string& out, Position& position, Position end, unsigned int) {
+    std::string_view text;
+    std::string decoded;
+    const ParseResult result = read_string(text, decoded, position, end);
+    if (result == ParseResult::Ok) {
+        out = text;
+    }
+    return result;
+}
+
+ParseResult read_string(std::string_view& out, std::string& decoded, Position& position, Position end) {
     if (position == end) {
         return ParseResult::UnexpectedEnd;
     }
-    if (!accept('"', position, end)) {
+    if (*position != '"') {
         return ParseResult::ExpectedString;
     }
-    std::string buffer;
-    ParseResult result = ParseResult::Ok;
-    while (result == ParseResult::Ok) {
-        const Position plain = position;
-        position = std::find_if(position, end, [](char byte) { return byte == '"' || byte == '\\'; });
-        buffer.append(plain, position);
-        result = parse_string_char(buffer, position, end);
+    const Position start = position + 1;
+    position = skip_plain(start, end);
+    if (position == end || *position != '"') {
+        return decode_string(out, decoded, start, position, end);
     }
-    if (result != ParseResult::StringEndReached) {
-        return result;
-    }
+    out = {start, position};
     ++position;
-    out.swap(buffer);
     return ParseResult::Ok;
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "json/ParseResult.hpp"
 #include "json/Value.hpp"
+#include "json/parse.hpp"
+#include "json/scan.hpp"
 
 // The token level of the reader: white space, strings, numbers and literals. Each reader takes its result object, the
 // cursor, the end of the text and the flags of parse. On success the cursor stands behind the token, and nothing
@@ -13,14 +16,23 @@
 // throws.
 namespace foundation::json {
 
-using Position = std::string::const_iterator;
+// Steps over comments and the white space behind each. A "/" that opens no comment stays.
+void skip_comments(Position& position, Position end);
 
-// Steps over white space, and with ALLOW_COMMENTS over comments. A "/" that opens no comment stays.
-void skip_whitespace(Position& position, Position end, unsigned int flags);
+// Steps over white space, and with ALLOW_COMMENTS over comments.
+inline void skip_whitespace(Position& position, Position end, unsigned int flags) {
+    position = detail::skip_spaces(position, end);
+    if ((flags & ALLOW_COMMENTS) != 0) {
+        skip_comments(position, end);
+    }
+}
 
 // A string in double quotes, decoded. Without an opening quote the cursor stays; it stops on the backslash of a
 // broken escape, or at the end of the text.
 ParseResult parse_string(std::string& out, Position& position, Position end, unsigned int flags);
+
+// The same without a copy where none is needed: a view of the text, or of `decoded` for a string with escapes.
+ParseResult read_string(std::string_view& out, std::string& decoded, Position& position, Position end);
 
 // One plain byte, whatever it is, or one escape, appended to `buffer`. StringEndReached on the closing quote. The
 // cursor stays unless it succeeds.

@@ -10,8 +10,8 @@
 #include <system_error>
 #include <utility>
 
-#include "fl/lcctype.hpp"
 #include "json/parse.hpp"
+#include "json/scan.hpp"
 #include "json/text.hpp"
 
 namespace foundation::json {
@@ -103,13 +103,10 @@ ParseResult scan_integer(Position& position, Position end) {
     if (position == end) {
         return ParseResult::UnexpectedEnd;
     }
-    const auto is_digit = [](char byte) {
-        return fl::i18n::lcctype::isdigit_ascii(static_cast<char32_t>(byte)) != 0;
-    };
-    if (!is_digit(*position)) {
+    if (!detail::is_digit(*position)) {
         return ParseResult::InvalidInteger;
     }
-    position = *position == '0' ? position + 1 : std::find_if_not(position, end, is_digit);
+    position = *position == '0' ? position + 1 : detail::skip_digits(position, end);
     return ParseResult::Ok;
 }
 

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "fl/lcctype.hpp"
+
+// What the readers step over most: single bytes by their class, and runs of blanks and of plain text, eight bytes at
+// a time while the text lasts.
+namespace foundation::json {
+
+using Position = std::string::const_iterator;
+
+namespace detail {
+
+using Word = std::uint64_t;
+
+constexpr std::ptrdiff_t s_word_size = sizeof(Word);
+
+// The next eight bytes.
+inline Word load_word(Position position) {
+    Word word = 0;
+    std::memcpy(&word, std::to_address(position), sizeof word);
+    return word;
+}
+
+// A word of that byte alone.
+constexpr Word repeat(char byte) {
+    return ~Word{0} / 0xFF * static_cast<unsigned char>(byte);
+}
+
+// 0x80 in the place of each byte that is 0, and 0 elsewhere.
+constexpr Word zero_bytes(Word word) {
+    constexpr Word low_bits = repeat(0x7F);
+    return ~(((word & low_bits) + low_bits) | word | low_bits);
+}
+
+// How many bytes of the text stand before the first that is not 0 in `word`.
+constexpr int leading_zero_bytes(Word word) {
+    return (std::endian::native == std::endian::little ? std::countr_zero(word) : std::countl_zero(word)) / 8;
+}
+
+inline bool is_space(char byte) {
+    return fl::i18n::lcctype::isspace_ascii(static_cast<char32_t>(byte)) != 0;
+}
+
+inline bool is_digit(char byte) {
+    return fl::i18n::lcctype::isdigit_ascii(static_cast<char32_t>(byte)) != 0;
+}
+
+inline Position skip_digits(Position position, Position end) {
+    return std::find_if_not(position, end, is_digit);
+}
+
+inline Position skip_blanks(Position position, Position end) {
+    while (end - position >= s_word_size) {
+        const Word others = load_word(position) ^ repeat(' ');
+        if (others != 0) {
+            return position + leading_zero_bytes(others);
+        }
+        position += s_word_size;
+    }
+    return position;
+}
+
+// A text is indented by blanks, so behind any white space a run of them is likely.
+inline Position skip_spaces(Position position, Position end) {
+    while (position != end && is_space(*position)) {
+        position = skip_blanks(position + 1, end);
+    }
+    return position;
+}
+
+// The first quote or backslash, or the end.
+inline Position skip_plain(Position position, Position end) {
+    while (end - position >= s_word_size) {
+        const Word word = load_word(position);
+        const Word found = zero_bytes(word ^ repeat('"')) | zero_bytes(word ^ repeat('\\'));
+        if (found != 0) {
+            return position + leading_zero_bytes(found);
+        }
+        position += s_word_size;
+    }
+    return std::find_if(position, end, [](char byte) { return byte == '"' || byte == '\\'; });
+}
+
+}  // namespace detail
+
+}  // namespace foundation::json
