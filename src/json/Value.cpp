@@ -3,6 +3,7 @@
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/get.hpp>
 #include <boost/variant/static_visitor.hpp>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -68,6 +69,25 @@ const T& Value::get() const {
 template const std::string& Value::get<std::string>() const;
 template const Elements& Value::get<Elements>() const;
 template const Members& Value::get<Members>() const;
+
+template <class T>
+T& Value::emplace(T content) {
+    std::destroy_at(&m_storage);
+    try {
+        std::construct_at(&m_storage, std::move(content));
+    } catch (...) {
+        std::construct_at(&m_storage);
+        throw;
+    }
+    return boost::get<T>(m_storage);
+}
+
+template bool& Value::emplace(bool);
+template Null& Value::emplace(Null);
+template double& Value::emplace(double);
+template std::string& Value::emplace(std::string);
+template Elements& Value::emplace(Elements);
+template Members& Value::emplace(Members);
 
 const Value& Value::operator[](const std::string& key) const {
     const auto& members = get<Members>();

@@ -134,6 +134,11 @@ public:
     // Whether this is an object with that key, be its value null. False on everything else; throws nothing.
     bool contains(const std::string& key) const;
 
+    // Replaces the content by a T, in place, and returns it: a vector or a map costs one heap object and no move. If
+    // that fails the Value is Undefined. For readers, which build a document from the root.
+    template <class T>
+    T& emplace(T content = T());
+
     // For tests and tools that walk any document.
     const Storage& storage() const noexcept { return m_storage; }
 

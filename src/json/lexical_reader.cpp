@@ -278,7 +278,7 @@ ParseResult parse_bool(Value& out, Position& position, Position end, unsigned in
         result = scan_literal("false", ParseResult::ExpectedBoolean, position, end);
     }
     if (result == ParseResult::Ok) {
-        out = Value(boolean);
+        out.emplace<bool>(boolean);
     }
     return result;
 }
@@ -286,7 +286,7 @@ ParseResult parse_bool(Value& out, Position& position, Position end, unsigned in
 ParseResult parse_null(Value& out, Position& position, Position end) {
     const ParseResult result = scan_literal("null", ParseResult::ExpectedNull, position, end);
     if (result == ParseResult::Ok) {
-        out = Value(Null());
+        out.emplace<Null>();
     }
     return result;
 }

@@ -8,6 +8,7 @@
 #include <limits>
 #include <string_view>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include "json/parse.hpp"
@@ -18,8 +19,11 @@ namespace foundation::json {
 
 namespace {
 
-constexpr const char* s_type_key = "zqtype";
-constexpr const char* s_data_key = "zqdata";
+using Elements = std::vector<Value>;
+using Members = std::map<std::string, Value>;
+
+constexpr std::string_view s_type_key = "zqtype";
+constexpr std::string_view s_data_key = "zqdata";
 
 constexpr std::array<std::string_view, 4> s_signed_types{"int64", "int32", "int16", "int8"};
 constexpr std::array<std::string_view, 4> s_unsigned_types{"uint64", "uint32", "uint16", "uint8"};
@@ -35,65 +39,78 @@ struct Container {
 constexpr Container s_array{'[', ']', ParseResult::ExpectedArray, ParseResult::ExpectedArrayDelimiter};
 constexpr Container s_object{'{', '}', ParseResult::ExpectedObject, ParseResult::ExpectedObjectDelimiter};
 
+// Where the reading stands, where the text ends, and what white space is.
+struct Cursor {
+    Position position;
+    Position end;
+    unsigned int flags;
+};
+
 // Not to be asked at the end of the text.
-bool accept(char byte, Position& position) {
-    if (*position != byte) {
+bool accept(char byte, Cursor& cursor) {
+    if (*cursor.position != byte) {
         return false;
     }
-    ++position;
+    ++cursor.position;
     return true;
 }
 
-ParseResult skip_to_next_byte(Position& position, Position end, unsigned int flags) {
-    skip_whitespace(position, end, flags);
-    return position == end ? ParseResult::UnexpectedEnd : ParseResult::Ok;
+void skip_whitespace(Cursor& cursor) {
+    json::skip_whitespace(cursor.position, cursor.end, cursor.flags);
 }
 
-ParseResult open_container(const Container& container, Position& position, Position end, unsigned int flags,
-                           unsigned int depth) {
-    if (position == end) {
+ParseResult skip_to_next_byte(Cursor& cursor) {
+    skip_whitespace(cursor);
+    return cursor.position == cursor.end ? ParseResult::UnexpectedEnd : ParseResult::Ok;
+}
+
+ParseResult open_container(const Container& container, Cursor& cursor, unsigned int depth) {
+    if (cursor.position == cursor.end) {
         return ParseResult::UnexpectedEnd;
     }
-    if (!accept(container.opening, position)) {
+    if (!accept(container.opening, cursor)) {
         return container.opening_expected;
     }
-    if (depth >= MAX_NESTING) {
-        return ParseResult::NestingTooDeep;
-    }
-    return skip_to_next_byte(position, end, flags);
+    return depth < MAX_NESTING ? skip_to_next_byte(cursor) : ParseResult::NestingTooDeep;
 }
 
-// From the opening to the closing bracket. `read_item` reads one item and the white space behind it, and succeeds
-// only short of the end of the text.
+// From the opening to the closing bracket. `read_item` reads one item, and has not read to the end of the text.
 template <class ReadItem>
-ParseResult parse_container(const Container& container, Position& position, Position end, unsigned int flags,
-                            unsigned int depth, ReadItem read_item) {
-    ParseResult result = open_container(container, position, end, flags, depth);
-    if (result != ParseResult::Ok || accept(container.closing, position)) {
+ParseResult read_container(const Container& container, Cursor& cursor, unsigned int depth, ReadItem read_item) {
+    ParseResult result = open_container(container, cursor, depth);
+    if (result != ParseResult::Ok || accept(container.closing, cursor)) {
         return result;
     }
     for (;;) {
         result = read_item();
+        if (result == ParseResult::Ok) {
+            result = skip_to_next_byte(cursor);
+        }
         if (result != ParseResult::Ok) {
             return result;
         }
-        if (!accept(',', position)) {
-            return accept(container.closing, position) ? ParseResult::Ok : container.delimiter_expected;
+        if (!accept(',', cursor)) {
+            return accept(container.closing, cursor) ? ParseResult::Ok : container.delimiter_expected;
         }
-        skip_whitespace(position, end, flags);
+        skip_whitespace(cursor);
     }
 }
 
 // Element by element: Value's move can throw, so a vector that grows by itself would copy whole trees instead. After
 // an exception the elements are good for nothing but destruction.
-void append(std::vector<Value>& elements, Value&& element) {
+void grow(Elements& elements) {
+    Elements larger;
+    larger.reserve(std::max<std::size_t>(2, 4 * elements.size()));
+    std::move(elements.begin(), elements.end(), std::back_inserter(larger));
+    elements.swap(larger);
+}
+
+template <class... Content>
+Value& append(Elements& elements, Content... content) {
     if (elements.size() == elements.capacity()) {
-        std::vector<Value> larger;
-        larger.reserve(std::max<std::size_t>(4, 2 * elements.size()));
-        std::move(elements.begin(), elements.end(), std::back_inserter(larger));
-        elements.swap(larger);
+        grow(elements);
     }
-    elements.push_back(std::move(element));
+    return elements.emplace_back(content...);
 }
 
 ParseResult scan_integer(Position& position, Position end) {
@@ -140,259 +157,252 @@ bool spoils_integer(char byte) {
     return std::string_view("\".Ee{").find(byte) != std::string_view::npos;
 }
 
-template <class Integer>
-ParseResult parse_integer_element(std::vector<Value>& elements, Position& position, Position end,
-                                  unsigned int flags) {
-    Integer number = 0;
-    ParseResult result = parse_integer(number, position, end);
-    if (result == ParseResult::Ok) {
-        result = skip_to_next_byte(position, end, flags);
-    }
-    if (result == ParseResult::Ok) {
-        append(elements, Value(number));
-    }
-    return result;
-}
+// The readers from here on fill a fresh object: after a failure it holds what has been read so far.
 
 template <class Integer>
-ParseResult parse_integer_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
-                                unsigned int depth) {
-    std::vector<Value> elements;
-    const auto read_element = [&] { return parse_integer_element<Integer>(elements, position, end, flags); };
-    const ParseResult result = parse_container(s_array, position, end, flags, depth, read_element);
-    if (result == ParseResult::Ok) {
-        out.swap(elements);
-    } else if (result == ParseResult::ExpectedArrayDelimiter && spoils_integer(*position)) {
-        return ParseResult::InvalidInteger;
-    }
-    return result;
+ParseResult read_integer_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
+    const auto read_element = [&] {
+        Integer number = 0;
+        const ParseResult result = parse_integer(number, cursor.position, cursor.end);
+        if (result == ParseResult::Ok) {
+            append(fresh, number);
+        }
+        return result;
+    };
+    const ParseResult result = read_container(s_array, cursor, depth, read_element);
+    return result == ParseResult::ExpectedArrayDelimiter && spoils_integer(*cursor.position)
+               ? ParseResult::InvalidInteger
+               : result;
 }
+
+ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth);
 
 // Never inlined, like others below: its locals are to take no stack while a document is descended into.
-[[gnu::noinline]] ParseResult parse_typed_array(const std::string& element_type, Value& out, Position& position,
-                                                Position end, unsigned int flags, unsigned int depth) {
-    std::vector<Value> elements;
+[[gnu::noinline]] ParseResult read_typed_data(const std::string& element_type, Value& fresh, Cursor& cursor,
+                                              unsigned int depth) {
+    if (element_type.empty()) {
+        return read_value(fresh, cursor, depth);
+    }
+    Elements elements;
     const ParseResult result = is_signed_type(element_type)
-                                   ? parse_signed_array(elements, position, end, flags, depth)
-                                   : parse_unsigned_array(elements, position, end, flags, depth);
+                                   ? read_integer_array<long long>(elements, cursor, depth)
+                                   : read_integer_array<unsigned long long>(elements, cursor, depth);
     if (result == ParseResult::Ok) {
-        out = Value(std::move(elements));
+        fresh.emplace<Elements>(std::move(elements));
     }
     return result;
 }
 
-ParseResult parse_array_element(std::vector<Value>& elements, Position& position, Position end, unsigned int flags,
-                                unsigned int depth) {
-    Value element;
-    ParseResult result = parse_value(element, position, end, flags, depth);
-    if (result == ParseResult::Ok) {
-        result = skip_to_next_byte(position, end, flags);
-    }
-    if (result == ParseResult::Ok) {
-        append(elements, std::move(element));
-    }
-    return result;
+ParseResult read_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
+    return read_container(s_array, cursor, depth, [&] { return read_value(append(fresh), cursor, depth + 1); });
 }
 
-// What parse_object knows of its object.
+// What is known of an object while it is read.
 struct ObjectState {
-    std::map<std::string, Value> members;
+    Members& members;
+    std::string decoded;        // the latest key that has escapes
     std::string element_type;   // the latest supported zqtype, or empty
     bool data_pending = false;  // a zqdata has been read that no later zqtype has settled
-    Position data_start{};      // where the value of the latest zqdata starts
-    Position data_end{};        // the end of the text, saved with it
+    Cursor data{};              // at the start of the latest zqdata's value
 };
 
-ParseResult parse_key(std::string& key, Position& position, Position end, unsigned int flags) {
-    ParseResult result = parse_string(key, position, end, flags);
+// The key, the colon, and the white space around it.
+ParseResult read_key(std::string_view& key, ObjectState& state, Cursor& cursor) {
+    ParseResult result = read_string(key, state.decoded, cursor.position, cursor.end);
     if (result == ParseResult::Ok) {
-        result = skip_to_next_byte(position, end, flags);
+        result = skip_to_next_byte(cursor);
     }
     if (result != ParseResult::Ok) {
         return result;
     }
-    if (!accept(':', position)) {
+    if (!accept(':', cursor)) {
         return ParseResult::ExpectedColon;
     }
-    skip_whitespace(position, end, flags);
+    skip_whitespace(cursor);
     return ParseResult::Ok;
 }
 
-ParseResult parse_data(ObjectState& state, Value& out, Position& position, Position end, unsigned int flags,
-                       unsigned int depth) {
-    state.data_start = position;
-    state.data_end = end;
-    state.data_pending = true;
-    try {
-        return parse_typed_data(state.element_type, out, position, end, flags, depth);
-    } catch (...) {
-        position = state.data_start;
-        return ParseResult::UnexpectedEnd;
-    }
-}
-
-ParseResult reread_data(ObjectState& state, unsigned int flags, unsigned int depth) {
-    state.members[s_data_key] = Value();
+ParseResult reread_data(ObjectState& state, unsigned int depth) {
+    Value& member = state.members[std::string(s_data_key)];
+    member = Value();
     Value data;
-    Position position = state.data_start;
-    const ParseResult result = parse_typed_data(state.element_type, data, position, state.data_end, flags, depth);
+    Cursor cursor = state.data;
+    const ParseResult result = read_typed_data(state.element_type, data, cursor, depth);
     if (result == ParseResult::Ok) {
-        state.members[s_data_key] = std::move(data);
+        member = std::move(data);
         state.data_pending = false;
     }
     return result;
 }
 
 // A zqtype that is no string has no effect, and neither has anything that is thrown here: the member is then stored
-// like any other. The cursor does not move.
-[[gnu::noinline]] ParseResult apply_type(ObjectState& state, const Value& type, unsigned int flags,
-                                         unsigned int depth) {
+// like any other.
+[[gnu::noinline]] ParseResult apply_type(ObjectState& state, const Value& type, unsigned int depth) {
     try {
         const auto& name = type.get<std::string>();
         if (is_supported_type(name)) {
             state.element_type = name;
         }
         if (state.data_pending && is_supported_type(state.element_type)) {
-            return reread_data(state, flags, depth);
+            return reread_data(state, depth);
         }
     } catch (...) {  // NOLINT(bugprone-empty-catch)
     }
     return ParseResult::Ok;
 }
 
-ParseResult parse_member_value(ObjectState& state, const std::string& key, Value& out, Position& position,
-                               Position end, unsigned int flags, unsigned int depth) {
-    if (key == s_data_key) {
-        return parse_data(state, out, position, end, flags, depth);
-    }
-    const ParseResult result = parse_value(out, position, end, flags, depth);
-    return result == ParseResult::Ok && key == s_type_key ? apply_type(state, out, flags, depth) : result;
+ParseResult read_type(ObjectState& state, Value& fresh, Cursor& cursor, unsigned int depth) {
+    const ParseResult result = read_value(fresh, cursor, depth);
+    return result == ParseResult::Ok ? apply_type(state, fresh, depth) : result;
 }
 
-ParseResult parse_member(ObjectState& state, Position& position, Position end, unsigned int flags,
-                         unsigned int depth) {
-    std::string key;
+ParseResult read_data(ObjectState& state, Value& fresh, Cursor& cursor, unsigned int depth) {
+    state.data = cursor;
+    state.data_pending = true;
+    try {
+        return read_typed_data(state.element_type, fresh, cursor, depth);
+    } catch (...) {
+        cursor = state.data;
+        return ParseResult::UnexpectedEnd;
+    }
+}
+
+// A member whose key means something is entered last: its value has had its effect by then.
+[[gnu::noinline]] ParseResult read_typed_member(ObjectState& state, std::string_view key, Cursor& cursor,
+                                                unsigned int depth) {
     Value value;
-    ParseResult result = parse_key(key, position, end, flags);
+    const ParseResult result =
+        key == s_type_key ? read_type(state, value, cursor, depth) : read_data(state, value, cursor, depth);
     if (result == ParseResult::Ok) {
-        result = parse_member_value(state, key, value, position, end, flags, depth);
-    }
-    if (result == ParseResult::Ok) {
-        result = skip_to_next_byte(position, end, flags);
-    }
-    if (result == ParseResult::Ok) {
-        state.members.try_emplace(std::move(key), std::move(value));
+        state.members.try_emplace(std::string(key), std::move(value));
     }
     return result;
 }
 
-// The kinds of value, one function each, so that only the kind that is being read has its locals on the stack.
+[[gnu::noinline]] ParseResult read_and_drop(Cursor& cursor, unsigned int depth) {
+    Value dropped;
+    return read_value(dropped, cursor, depth);
+}
 
-[[gnu::noinline]] ParseResult parse_string_value(Value& out, Position& position, Position end, unsigned int flags,
-                                                 unsigned int) {
-    std::string text;
-    const ParseResult result = parse_string(text, position, end, flags);
+// Any other member is entered first, so that its value is read where it stays. Members that come in the order of
+// their keys belong at the end.
+ParseResult read_plain_member(Members& members, std::string_view key, Cursor& cursor, unsigned int depth) {
+    const auto count = members.size();
+    const auto member = members.emplace_hint(members.end(), std::piecewise_construct, std::tuple(key), std::tuple());
+    return members.size() != count ? read_value(member->second, cursor, depth) : read_and_drop(cursor, depth);
+}
+
+ParseResult read_member(ObjectState& state, Cursor& cursor, unsigned int depth) {
+    std::string_view key;
+    const ParseResult result = read_key(key, state, cursor);
+    if (result != ParseResult::Ok) {
+        return result;
+    }
+    return key == s_type_key || key == s_data_key ? read_typed_member(state, key, cursor, depth)
+                                                  : read_plain_member(state.members, key, cursor, depth);
+}
+
+ParseResult read_object(Members& fresh, Cursor& cursor, unsigned int depth) {
+    ObjectState state{fresh, {}, {}};
+    return read_container(s_object, cursor, depth, [&] { return read_member(state, cursor, depth + 1); });
+}
+
+ParseResult read_string_value(Value& fresh, Cursor& cursor) {
+    std::string_view text;
+    std::string decoded;
+    const ParseResult result = read_string(text, decoded, cursor.position, cursor.end);
     if (result == ParseResult::Ok) {
-        out = Value(std::move(text));
+        fresh.emplace<std::string>() = text;
     }
     return result;
 }
 
-ParseResult parse_number_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int) {
+ParseResult read_number_value(Value& fresh, Cursor& cursor) {
     double number = 0;
-    const ParseResult result = parse_number(number, position, end, flags);
+    const ParseResult result = parse_number(number, cursor.position, cursor.end, cursor.flags);
     if (result == ParseResult::Ok) {
-        out = Value(number);
+        fresh.emplace<double>(number);
     }
     return result;
 }
 
-ParseResult parse_object_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
-    std::map<std::string, Value> members;
-    const ParseResult result = parse_object(members, position, end, flags, depth);
+// A literal moves the cursor on success alone; so what is no number either is reported as no string.
+ParseResult read_scalar(Value& fresh, Cursor& cursor) {
+    const Position start = cursor.position;
+    const ParseResult result = read_number_value(fresh, cursor);
+    if (cursor.position != start) {
+        return result;
+    }
+    if (parse_bool(fresh, cursor.position, cursor.end, cursor.flags) == ParseResult::Ok ||
+        parse_null(fresh, cursor.position, cursor.end) == ParseResult::Ok) {
+        return ParseResult::Ok;
+    }
+    return cursor.position == cursor.end ? ParseResult::UnexpectedEnd : ParseResult::ExpectedString;
+}
+
+// Of the kinds, at most one gets past the first byte of a value: it alone is tried.
+ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth) {
+    switch (cursor.position == cursor.end ? 0 : *cursor.position) {
+        case '"':
+            return read_string_value(fresh, cursor);
+        case '{':
+            return read_object(fresh.emplace<Members>(), cursor, depth);
+        case '[':
+            return read_array(fresh.emplace<Elements>(), cursor, depth);
+        default:
+            return read_scalar(fresh, cursor);
+    }
+}
+
+// Reads with a cursor and into an object of its own, which is handed over on success alone.
+template <class Out, class Read>
+ParseResult hand_over(Out& out, Position& position, Position end, unsigned int flags, Read read) {
+    Cursor cursor{position, end, flags};
+    Out fresh;
+    const ParseResult result = read(fresh, cursor);
+    position = cursor.position;
     if (result == ParseResult::Ok) {
-        out = Value(std::move(members));
+        out = std::move(fresh);
     }
     return result;
 }
-
-ParseResult parse_array_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
-    std::vector<Value> elements;
-    const ParseResult result = parse_array(elements, position, end, flags, depth);
-    if (result == ParseResult::Ok) {
-        out = Value(std::move(elements));
-    }
-    return result;
-}
-
-ParseResult parse_bool_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int) {
-    return parse_bool(out, position, end, flags);
-}
-
-ParseResult parse_null_value(Value& out, Position& position, Position end, unsigned int, unsigned int) {
-    return parse_null(out, position, end);
-}
-
-// In the order in which they are tried, behind the string.
-constexpr auto s_further_kinds = {parse_number_value, parse_object_value, parse_array_value, parse_bool_value,
-                                  parse_null_value};
 
 }  // namespace
 
-// At most one kind gets past the first byte, so the furthest of them is also the only one that can succeed.
 ParseResult parse_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
-    const Position start = position;
-    ParseResult result = parse_string_value(out, position, end, flags, depth);
-    for (const auto parse_kind : s_further_kinds) {
-        if (result == ParseResult::Ok) {
-            break;
-        }
-        Position reached = start;
-        const ParseResult attempt = parse_kind(out, reached, end, flags, depth);
-        if (reached > position) {
-            position = reached;
-            result = attempt;
-        }
-    }
-    return result;
+    return hand_over(out, position, end, flags,
+                     [&](Value& fresh, Cursor& cursor) { return read_value(fresh, cursor, depth); });
 }
 
-ParseResult parse_object(std::map<std::string, Value>& out, Position& position, Position end, unsigned int flags,
-                         unsigned int depth) {
-    ObjectState state;
-    const auto read_member = [&] { return parse_member(state, position, end, flags, depth + 1); };
-    const ParseResult result = parse_container(s_object, position, end, flags, depth, read_member);
-    if (result == ParseResult::Ok) {
-        out.swap(state.members);
-    }
-    return result;
+ParseResult parse_object(Members& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
+    return hand_over(out, position, end, flags,
+                     [&](Members& fresh, Cursor& cursor) { return read_object(fresh, cursor, depth); });
 }
 
-ParseResult parse_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
-                        unsigned int depth) {
-    std::vector<Value> elements;
-    const auto read_element = [&] { return parse_array_element(elements, position, end, flags, depth + 1); };
-    const ParseResult result = parse_container(s_array, position, end, flags, depth, read_element);
-    if (result == ParseResult::Ok) {
-        out.swap(elements);
-    }
-    return result;
+ParseResult parse_array(Elements& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
+    return hand_over(out, position, end, flags,
+                     [&](Elements& fresh, Cursor& cursor) { return read_array(fresh, cursor, depth); });
 }
 
 ParseResult parse_typed_data(const std::string& element_type, Value& out, Position& position, Position end,
                              unsigned int flags, unsigned int depth) {
-    return element_type.empty() ? parse_value(out, position, end, flags, depth)
-                                : parse_typed_array(element_type, out, position, end, flags, depth);
+    return hand_over(out, position, end, flags, [&](Value& fresh, Cursor& cursor) {
+        return read_typed_data(element_type, fresh, cursor, depth);
+    });
 }
 
-ParseResult parse_signed_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
+ParseResult parse_signed_array(Elements& out, Position& position, Position end, unsigned int flags,
                                unsigned int depth) {
-    return parse_integer_array<long long>(out, position, end, flags, depth);
+    return hand_over(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
+        return read_integer_array<long long>(fresh, cursor, depth);
+    });
 }
 
-ParseResult parse_unsigned_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
+ParseResult parse_unsigned_array(Elements& out, Position& position, Position end, unsigned int flags,
                                  unsigned int depth) {
-    return parse_integer_array<unsigned long long>(out, position, end, flags, depth);
+    return hand_over(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
+        return read_integer_array<unsigned long long>(fresh, cursor, depth);
+    });
 }
 
 ParseResult parse_signed_integer(long long& out, Position& position, Position end, unsigned int) {
