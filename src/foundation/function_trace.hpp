@@ -25,7 +25,7 @@ public:
           function(signature),
           file(module),
           line(moduleLine),
-          uncaught(std::uncaught_exceptions()) {
+          uncaught(enabled ? std::uncaught_exceptions() : 0) {
         if (enabled) {
             enter();
         }
@@ -48,7 +48,7 @@ private:
     std::string_view function;               // the signature
     [[maybe_unused]] std::string_view file;  // where the scope stands: for a debugger, in no record
     [[maybe_unused]] std::int32_t line;
-    std::int32_t uncaught;  // exceptions in flight at the start
+    std::int32_t uncaught;  // exceptions in flight at the start; not asked for while the level is off
 };
 
 }  // namespace foundation::log
