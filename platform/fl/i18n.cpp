@@ -1,7 +1,9 @@
 #include "fl/i18n.hpp"
 
+#include <algorithm>
 #include <boost/locale/utf.hpp>
 #include <iterator>
+#include <type_traits>
 
 namespace fl::i18n {
 
@@ -11,14 +13,20 @@ namespace utf = boost::locale::utf;
 
 constexpr utf::code_point s_replacement = 0xFFFD;
 
-// Decodes unit by unit, and hands what is broken to `broken`. A broken sequence ends behind its first unit, since the
-// decoder may have swallowed good ones by the time it notices.
+template <class Unit>
+bool is_ascii(Unit unit) {
+    return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80;
+}
+
+// Decodes unit by unit behind the ASCII that a text begins with, and hands what is broken to `broken`. A broken
+// sequence ends behind its first unit, since the decoder may have swallowed good ones by the time it notices.
 template <class Target, class Source, class Broken>
 std::basic_string<Target> convert(const std::basic_string<Source>& text, Broken broken) {
-    std::basic_string<Target> result;
+    auto position = std::find_if_not(text.begin(), text.end(), is_ascii<Source>);
+    std::basic_string<Target> result(text.begin(), position);
     result.reserve(text.size());
     const auto out = std::back_inserter(result);
-    for (auto position = text.begin(); position != text.end();) {
+    while (position != text.end()) {
         const auto start = position;
         const utf::code_point point = utf::utf_traits<Source>::decode(position, text.end());
         if (point == utf::illegal || point == utf::incomplete) {

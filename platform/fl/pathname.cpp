@@ -13,14 +13,11 @@ ustring make_native_form(const ustring& text, bool /*flag*/) {
 }
 
 void concatenate_pathname(ustring& text, const ustring& component, bool /*flag*/) {
-    ustring whole;  // apart, since the component may be the text itself
-    whole.reserve(text.size() + 1 + component.size());
-    whole = text;
+    const auto length = component.size();  // before the text changes: the component may be the text itself
     if (!text.empty() && text.back() != s_separator) {
-        whole.push_back(s_separator);
+        text.push_back(s_separator);
     }
-    whole += component;
-    text.swap(whole);
+    text.append(component, 0, length);
 }
 
 bool is_absolute(const ustring& text) noexcept {

@@ -83,8 +83,9 @@ fl::ustring Services::supportPackageRoot() {
 }
 
 bool Services::exists(const fl::ustring& path) {
+    const std::string narrow = fl::i18n::to_string(path);
     struct stat entry = {};
-    return path.find(u'\0') == fl::ustring::npos && ::stat(fl::i18n::to_string(path).c_str(), &entry) == 0;
+    return narrow.find('\0') == std::string::npos && ::stat(narrow.c_str(), &entry) == 0;
 }
 
 fl::ustring Services::canonical(const fl::ustring& path) {

@@ -1,6 +1,8 @@
 #include "doc_products_shared/DocProductCollector.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <exception>
 #include <utility>
 
@@ -21,7 +23,11 @@ namespace {
 foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
 
 const std::string s_webonlyFamily = "webonlyproducts";
+const fl::ustring s_doccenterFile = u"doccenter.properties";
+const fl::ustring s_catalogueFolder = u"docCatalog/products";
 const std::string s_propertiesSuffix = ".properties";
+
+constexpr std::size_t s_namesPerProduct = 5;
 
 // True if one of the two files that prove a product exists.
 bool isDoccenterPropertiesExist(const fl::ustring& dataRoot, const std::string& helpLocation,
@@ -31,12 +37,11 @@ bool isDoccenterPropertiesExist(const fl::ustring& dataRoot, const std::string& 
         "const std::string &)");
     try {
         DIAGNOSTIC(detail, "helpLocation: ", helpLocation);
-        if (fl::filesystem::exists(upath() / dataRoot / fl::i18n::to_ustring(helpLocation) /
-                                   u"doccenter.properties")) {
+        if (fl::filesystem::exists(upath() / dataRoot / fl::i18n::to_ustring(helpLocation) / s_doccenterFile)) {
             return true;
         }
         DIAGNOSTIC(detail, "shortName: ", shortName);
-        return fl::filesystem::exists(upath() / dataRoot / u"docCatalog/products" /
+        return fl::filesystem::exists(upath() / dataRoot / s_catalogueFolder /
                                       fl::i18n::to_ustring(shortName + s_propertiesSuffix));
     } catch (const std::exception& e) {
         DIAGNOSTIC(error, "Caught exception: ", e.what());
@@ -55,10 +60,13 @@ bool isWebonlyProduct(const DocProductPtr product) {
 void populateProductsMap(TopLevelDocProductMap& map, const TopLevelDocProductPtr product) {
     FUNCTION_TRACE(
         "void (anonymous namespace)::populateProductsMap(TopLevelDocProductMap &, const TopLevelDocProductPtr)");
-    for (const std::string* name : {&product->getBaseCode(), &product->getShortName(), &product->getHelpLocation(),
-                                    &product->getAltShortName(), &product->getDisplayName()}) {
+    const std::array<const std::string*, s_namesPerProduct> names{
+        &product->getBaseCode(), &product->getShortName(), &product->getHelpLocation(), &product->getAltShortName(),
+        &product->getDisplayName()};
+    const foundation::trimmer trim;
+    for (const std::string* name : names) {
         std::string key = *name;
-        foundation::trim(key);
+        trim(key);
         if (!key.empty()) {
             map[std::move(key)] = product;
         }
@@ -92,6 +100,7 @@ void DocProductCollector::populateTopLevelDocProductList(const DocumentationSet&
         "void doc_products_shared::DocProductCollector::populateTopLevelDocProductList(const DocumentationSet &)");
     const fl::ustring dataRoot = Docroot::getInstance().getDocDataRoot().native();
     std::vector<TopLevelDocProductPtr> installed;
+    m_productsMap.reserve(s_namesPerProduct * docSet.getTopLevelProducts().size());
     for (const TopLevelDocProductPtr& product : docSet.getTopLevelProducts()) {
         if (isDoccenterPropertiesExist(dataRoot, product->getHelpLocation(), product->getShortName()) &&
             !isWebonlyProduct(product)) {

@@ -112,7 +112,7 @@ upath getDocrootRedirect(const upath& defaultDocroot) {
     DIAGNOSTIC(note, "Looking for docroot.txt file at ", foundation::log::utf16_piece{file.native()});
     if (fl::filesystem::exists(file)) {
         std::string text = foundation::read_text_file(fl::i18n::to_string(file.native()));
-        foundation::trim(text);
+        foundation::trimmer()(text);
         DIAGNOSTIC(note, "Using docroot.txt to redirect docroot to ", text);
         const upath target = redirectTarget(text, defaultDocroot);
         if (fl::filesystem::exists(target)) {

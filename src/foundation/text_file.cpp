@@ -1,7 +1,6 @@
 #include "foundation/text_file.hpp"
 
 #include <algorithm>
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/trim.hpp>
 #include <fstream>
 #include <iterator>
@@ -18,8 +17,10 @@ std::string read_text_file(const std::string& path) {
     return text;
 }
 
-void trim(std::string& text) {
-    boost::algorithm::trim_if(text, boost::algorithm::is_space() && boost::algorithm::is_from_range('\0', '\x7f'));
+void trimmer::operator()(std::string& text) const {
+    boost::algorithm::trim_if(text, [this](char byte) {
+        return static_cast<unsigned char>(byte) < 0x80 && m_classes.is(std::ctype_base::space, byte);
+    });
 }
 
 }  // namespace foundation

@@ -22,10 +22,10 @@ private:
     }
 };
 
-TEST(Trim, AsksTheGlobalLocaleButNeverTakesABytePastAscii) {
+TEST(Trimmer, AsksTheGlobalLocaleButNeverTakesABytePastAscii) {
     std::locale::global(std::locale(std::locale::classic(), new WideSpace));
     std::string text = "_ \xA0_a_";
-    foundation::trim(text);
+    foundation::trimmer()(text);
     std::locale::global(std::locale::classic());
     EXPECT_EQ(text, "\xA0_a");
 }
