@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cwchar>
 #include <vector>
@@ -11,6 +12,11 @@
 namespace app {
 
 namespace {
+
+// True for what most texts are: every byte is a character that stays and takes one column.
+bool isPlain(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; });
+}
 
 // The text's characters in UTF-16, one or two units each; a byte that is no UTF-8 is the unit U+DC00 + byte.
 std::vector<fl::ustring> characters(const std::string& text) {
@@ -70,6 +76,9 @@ std::size_t columns(char32_t character) {
 }  // namespace
 
 std::string printable(const std::string& text) {
+    if (isPlain(text)) {
+        return text;
+    }
     std::string result;
     for (const fl::ustring& character : characters(text)) {
         const std::string bytes = fl::i18n::to_string(character);
@@ -79,6 +88,9 @@ std::string printable(const std::string& text) {
 }
 
 std::size_t displayWidth(const std::string& text) {
+    if (isPlain(text)) {
+        return text.size();
+    }
     const UnicodeLocale locale;
     std::size_t width = 0;
     for (const fl::ustring& character : characters(text)) {
