@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <system_error>
 
 namespace foundation::json::detail {
@@ -15,6 +16,9 @@ namespace {
 namespace utf = boost::locale::utf;
 
 constexpr utf::code_point s_replacement = 0xFFFD;
+
+// An int holds any number of so many digits.
+constexpr std::ptrdiff_t s_exact_digits = std::numeric_limits<int>::digits10;
 
 // strtod tells the two ends of the range apart, which from_chars does not; the C locale keeps the point a point.
 double beyond_range(const char* token) {
@@ -29,8 +33,15 @@ std::string get_utf8_string(std::string::const_iterator first, std::string::cons
 }
 
 double string_to_double(const char* token) {
+    const char* const end = token + std::strlen(token);
+    if (end - token <= s_exact_digits) {
+        int integer = 0;
+        if (std::from_chars(token, end, integer).ptr == end && integer > 0) {
+            return integer;
+        }
+    }
     double number = 0;
-    const auto outcome = std::from_chars(token, token + std::strlen(token), number);
+    const auto outcome = std::from_chars(token, end, number);
     return outcome.ec == std::errc::result_out_of_range ? beyond_range(token) : number;
 }
 
