@@ -1,0 +1,62 @@
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+#include "json/parse.hpp"
+#include "support.hpp"
+
+namespace {
+
+// What operator new has handed out and not got back, in bytes as the allocator rounds them, and the most that it was
+// since somebody last set it. On one thread.
+std::size_t s_inUse = 0;
+std::size_t s_peak = 0;
+
+}  // namespace
+
+// Not inlined, for the compiler would then see a free of what a new gave.
+
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    void* const block = std::malloc(size == 0 ? 1 : size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    s_inUse += ::malloc_usable_size(block);
+    s_peak = std::max(s_peak, s_inUse);
+    return block;
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept {
+    s_inUse -= ::malloc_usable_size(block);
+    std::free(block);
+}
+
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
+    operator delete(block);
+}
+
+namespace {
+
+// "kept" is the text with the finished tree, "peak" the most that was in use on the way there.
+void measure(benchmark::State& state, const std::string& path) {
+    for (auto _ : state) {
+        const std::size_t before = s_inUse;
+        const std::string text = bench::readText(path);
+        s_peak = s_inUse;
+        const foundation::json::Value value = foundation::json::parse(text, 0);
+        const std::size_t peak = s_peak - before;
+        const std::size_t kept = s_inUse - before;
+        state.counters["peak_bytes"] = static_cast<double>(peak);
+        state.counters["kept_bytes"] = static_cast<double>(kept);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return bench::run(argc, argv, [](const bench::Arguments& arguments) {
+        benchmark::RegisterBenchmark("heap", measure, arguments.at(0))->Iterations(1);
+    });
+}

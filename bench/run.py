@@ -1,0 +1,321 @@
+#!/usr/bin/env python3
+"""Measures the figures that the project holds itself to, and prints them as one table: run.py [--brief].
+
+Each figure compares two readings, and those that belong together are taken in turn, A B C A B C ..., each in a
+process of its own. Readings of one round are compared with each other, since a busy machine changes its speed from
+second to second; what counts is the median over the rounds, so it needn't be the quotient of the two medians shown.
+The brief form runs each program once, to see that all of them work; its numbers say little. A missed target is no
+failure, a program that fails is.
+"""
+
+import argparse
+import datetime
+import json
+import os
+import pathlib
+import platform
+import statistics
+import subprocess
+import sys
+from typing import Callable, NamedTuple, Optional
+
+FOLDER = pathlib.Path(__file__).resolve().parent
+BUILD = FOLDER.parent / "build" / "bench"
+TEXTS = BUILD / "texts"
+RIVALS = {"parse_nlohmann": "nlohmann", "parse_jsoncpp": "jsoncpp", "parse_rapidjson": "RapidJSON",
+          "parse_simdjson": "simdjson"}
+
+
+class Run(NamedTuple):
+    """One benchmark of a program; a program that has but one needn't name it."""
+    program: str
+    arguments: tuple
+    benchmark: str = ""
+
+
+class Reading(NamedTuple):
+    """A field of what a run reports, a time in nanoseconds or a number of bytes, shared out among `per` things."""
+    run: Run
+    field: str = "cpu_time"
+    per: int = 1
+
+
+class Target(NamedTuple):
+    """How two readings are compared, and what is to come out."""
+    words: str
+    compare: Callable[[float, float], float]
+    is_met: Optional[Callable[[float], bool]]
+    form: str = "{:.2f} times"
+
+
+class Figure(NamedTuple):
+    name: str
+    ours: Reading
+    against: str
+    theirs: Reading
+    target: Target
+
+
+class Group(NamedTuple):
+    """Figures whose runs take turns."""
+    name: str
+    figures: list
+    in_brief: bool = True
+
+
+def speed(words, is_met):
+    return Target(words, lambda ours, theirs: theirs / ours, is_met, "{:.2f} times as fast")
+
+
+def at_most(times):
+    return Target(f"at most {times:g} times", lambda ours, theirs: ours / theirs, lambda measured: measured <= times)
+
+
+def as_fast(times):
+    return speed(f"at least {times:g} times as fast", lambda measured: measured >= times)
+
+
+def at_most_more(amount, unit, nanoseconds):
+    return Target(f"at most {amount} {unit} more", lambda ours, theirs: (ours - theirs) / nanoseconds,
+                  lambda measured: measured <= amount, "{:+.2f} " + unit)
+
+
+FASTER = speed("faster", lambda measured: measured > 1)
+SHOWN = speed("-", None)
+
+
+def on_text(program, text):
+    return Reading(Run(program, (TEXTS / f"{text}.json",)))
+
+
+def on_installation(benchmark):
+    return Reading(Run("library", (TEXTS / "install-5000",), benchmark))
+
+
+def against_rival(name, text, rival, target):
+    return Figure(name, on_text("parse_docproducts", text), RIVALS[rival], on_text(rival, text), target)
+
+
+def parse_figures(count, copying, nlohmann, jsoncpp):
+    """The readers on a catalogue; RapidJSON and simdjson make a DOM of another kind and are only shown."""
+    text, name = f"products-{count}", f"parse {count:,} products"
+    return [
+        Figure(name, on_text("parse_docproducts", text), "copying the Value", on_text("copy_value", text),
+               at_most(copying)),
+        against_rival(name, text, "parse_nlohmann", as_fast(nlohmann)),
+        against_rival(name, text, "parse_jsoncpp", as_fast(jsoncpp)),
+        against_rival(name, text, "parse_rapidjson", SHOWN),
+        against_rival(name, text, "parse_simdjson", SHOWN),
+    ]
+
+
+def shape(name, text, target):
+    return Group(name, [against_rival(f"parse {name}", text, "parse_nlohmann", target)])
+
+
+def heap_group(count, in_brief=True):
+    run = Run("heap", (TEXTS / f"products-{count}.json",))
+    name = f"heap at the peak, {count:,} products"
+    figure = Figure(name, Reading(run, "peak_bytes"), "text and finished tree", Reading(run, "kept_bytes"),
+                    at_most(1.1))
+    return Group(name, [figure], in_brief)
+
+
+def library_group(name, benchmark, against, theirs, times):
+    return Group(name, [Figure(name, on_installation(benchmark), against, theirs, at_most(times))])
+
+
+def statement_group(name, benchmark, against, theirs, nanoseconds):
+    return Group(name, [Figure(name, Reading(Run("statements", (), benchmark)), against,
+                               Reading(Run("statements", (), theirs)), at_most_more(nanoseconds, "ns", 1))])
+
+
+COMMAND = Reading(Run("process", (BUILD / "app" / "docproducts", "list", "--install-root", TEXTS / "install-100")),
+                  "real_time")
+EMPTY_PROGRAM = Reading(Run("process", (BUILD / "bench" / "empty_program",)), "real_time")
+
+GROUPS = [
+    Group("100 products", parse_figures(100, copying=1.9, nlohmann=2.3, jsoncpp=2.5)),
+    Group("5,000 products", parse_figures(5000, copying=1.7, nlohmann=2.2, jsoncpp=2.5)),
+    Group("100,000 products", [
+        *parse_figures(100_000, copying=1.3, nlohmann=1.7, jsoncpp=1.7),
+        Figure("parse, per product of 100,000", on_text("parse_docproducts", "products-100000")._replace(per=100_000),
+               "per product of 1,000", on_text("parse_docproducts", "products-1000")._replace(per=1000),
+               at_most(2.5)),
+    ], in_brief=False),
+    shape("one long string", "long-string", FASTER),
+    shape("short numbers", "short-numbers", FASTER),
+    shape("17-digit numbers", "long-numbers", FASTER),
+    shape("typed arrays, type first", "typed-arrays", FASTER),
+    shape("100,000 keys, falling", "falling-keys", FASTER),
+    shape("message feed", "message-feed", FASTER),
+    shape("map", "outlines", FASTER),
+    shape("[[1],[2],...]", "small-arrays", SHOWN),
+    shape("typed arrays, data first", "typed-arrays-late", SHOWN),
+    heap_group(100),
+    heap_group(5000),
+    heap_group(100_000, in_brief=False),
+    library_group("DocSetJsonParser::parse", "parseFile", "reading, and parse of the text",
+                  on_text("read_and_parse", "install-5000/help/docset"), 1.25),
+    library_group("building a DocProductCollector", "buildCollector", "DocSetJsonParser::parse, and stat",
+                  on_installation("parseAndStat"), 1.25),
+    library_group("warm getDocProductCache", "getDocProductCache", "3 locks, 2 paths, 1 pointer",
+                  on_installation("lockCompareAndCopy"), 1.3),
+    library_group("getProductInfo", "getProductInfo", "look-up in a hash map", on_installation("findInMap"), 1.15),
+    library_group("warm getDocroot", "getDocroot", "lock and copy of a path", on_installation("copyPath"), 1.3),
+    statement_group("diagnostic, level off", "diagnosticOff", "empty loop", "emptyLoop", 1),
+    statement_group("trace scope, level off", "traceOff", "std::uncaught_exceptions", "uncaughtExceptions", 3),
+    Group("docproducts list, 100 products", [
+        Figure("docproducts list, 100 products", COMMAND, "empty program", EMPTY_PROGRAM, at_most(2)),
+        Figure("docproducts list, 100 products", COMMAND, "empty program", EMPTY_PROGRAM, at_most_more(5, "ms", 1e6)),
+    ]),
+]
+
+
+def say(text):
+    print(text, file=sys.stderr, flush=True)
+
+
+def program_path(program):
+    return BUILD / "bench" / program
+
+
+def left_out(figure):
+    """True for a comparison with a rival that wasn't there when the programs were built."""
+    program = figure.theirs.run.program
+    return program in RIVALS and not program_path(program).exists()
+
+
+def report_of(run, min_time):
+    """What Google Benchmark says of one run; ends everything where it failed."""
+    selected = f"^{run.benchmark}$" if run.benchmark else "."
+    command = [program_path(run.program), *run.arguments, f"--benchmark_filter={selected}",
+               "--benchmark_format=json", f"--benchmark_min_time={min_time}"]
+    done = subprocess.run(command, capture_output=True, text=True)
+    report = json.loads(done.stdout) if done.returncode == 0 else {"benchmarks": []}
+    results = report["benchmarks"]
+    if len(results) != 1 or "error_message" in results[0]:
+        sys.exit(f"failed: {' '.join(map(str, command))}\n{done.stdout}{done.stderr}")
+    return report
+
+
+def take_turns(figures, rounds, min_time):
+    """All reports of each run, the runs of the figures being made in turn."""
+    runs = dict.fromkeys(reading.run for figure in figures for reading in (figure.ours, figure.theirs))
+    reports = {run: [] for run in runs}
+    for _ in range(rounds):
+        for run in runs:
+            reports[run].append(report_of(run, min_time))
+    return reports
+
+
+def values_of(reading, reports):
+    return [report["benchmarks"][0][reading.field] / reading.per for report in reports[reading.run]]
+
+
+def result_of(figure, reports):
+    rounds = {"ours": values_of(figure.ours, reports), "theirs": values_of(figure.theirs, reports)}
+    measured = statistics.median(map(figure.target.compare, rounds["ours"], rounds["theirs"]))
+    return {
+        "figure": figure.name,
+        "ours": statistics.median(rounds["ours"]),
+        "against": figure.against,
+        "theirs": statistics.median(rounds["theirs"]),
+        "unit": "bytes" if figure.ours.field.endswith("_bytes") else "ns",
+        "measured": measured,
+        "shown": figure.target.form.format(measured),
+        "target": figure.target.words,
+        "met": figure.target.is_met and figure.target.is_met(measured),
+        "rounds": rounds,
+    }
+
+
+def versions_of(reports):
+    """The compiler and the rivals' versions, as the programs tell them."""
+    contexts = [report["context"] for all_of_run in reports.values() for report in all_of_run]
+    return {name: context[name] for context in contexts for name in ("compiler", *RIVALS.values()) if name in context}
+
+
+def measure_all(groups, rounds, min_time):
+    results, versions = [], {}
+    for number, group in enumerate(groups, 1):
+        say(f"[{number}/{len(groups)}] {group.name}")
+        figures = [figure for figure in group.figures if not left_out(figure)]
+        reports = take_turns(figures, rounds, min_time)
+        results += [result_of(figure, reports) for figure in figures]
+        versions |= versions_of(reports)
+    return results, versions
+
+
+def quantity(value, unit):
+    """Three digits or so, in the unit that suits the size."""
+    steps = {"ns": (1000, ["ns", "µs", "ms", "s"]), "bytes": (1024, ["B", "KiB", "MiB"])}
+    factor, units = steps[unit]
+    index = 0
+    while value >= factor and index + 1 < len(units):
+        value, index = value / factor, index + 1
+    return f"{value:.{2 if value < 10 else 1 if value < 100 else 0}f} {units[index]}"
+
+
+def row_of(result):
+    return [result["figure"], quantity(result["ours"], result["unit"]),
+            result["against"], quantity(result["theirs"], result["unit"]),
+            result["shown"], result["target"], {None: "-", True: "yes", False: "no"}[result["met"]]]
+
+
+def table(results):
+    """In Markdown, with columns that line up; numbers stand at the right."""
+    headings = ["figure", "median", "against", "median", "measured", "target", "met"]
+    rows = [headings] + [row_of(result) for result in results]
+    widths = [max(map(len, column)) for column in zip(*rows)]
+    aligns = "<><>><<"
+    lines = ["| " + " | ".join(f"{cell:{align}{width}}" for cell, align, width in zip(row, aligns, widths)) + " |"
+             for row in rows]
+    rule = [f":{'-' * (width + 1)}" if align == "<" else f"{'-' * (width + 1)}:"
+            for align, width in zip(aligns, widths)]
+    return "\n".join([lines[0], "|" + "|".join(rule) + "|", *lines[1:]])
+
+
+def machine():
+    model = next((line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
+                  if line.startswith("model name")), platform.machine())
+    return {"cpu": model, "cores": os.cpu_count(), "system": platform.freedesktop_os_release()["PRETTY_NAME"]}
+
+
+def save(results, versions, rounds):
+    document = {
+        "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
+        "machine": machine(),
+        "versions": versions,
+        "rounds": rounds,
+        "figures": results,
+    }
+    (BUILD / "results.json").write_text(json.dumps(document, indent=2) + "\n", encoding="utf-8")
+
+
+def remarks(rounds, brief):
+    yield (f"Rounds: {rounds}; medians over them, of the comparison as of each side. Times are processor time; that "
+           "of whole processes is by the clock.")
+    missing = [name for program, name in RIVALS.items() if not program_path(program).exists()]
+    if missing:
+        yield f"Left out, since not installed: {', '.join(missing)}."
+    if brief:
+        yield f"Left out in brief: {'; '.join(group.name for group in GROUPS if not group.in_brief)}."
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Measures the project's figures and prints them as a table.")
+    parser.add_argument("--brief", action="store_true", help="run each program once, without the largest texts")
+    brief = parser.parse_args().brief
+    rounds, min_time = (1, 0.001) if brief else (15, 0.05)
+
+    say("making the texts")
+    subprocess.run([FOLDER / "make_texts.py", TEXTS, *(["--brief"] if brief else [])], check=True)
+    groups = [group for group in GROUPS if group.in_brief or not brief]
+    results, versions = measure_all(groups, rounds, min_time)
+    save(results, versions, rounds)
+    print(table(results), *remarks(rounds, brief), sep="\n\n")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,35 @@
+#include "yardsticks.hpp"
+
+#include <mutex>
+
+namespace bench {
+
+namespace {
+
+doc_products_shared::TopLevelDocProductMap s_products;
+
+std::mutex s_mutex;  // guards the path
+fl::filesystem::upath s_path;
+
+}  // namespace
+
+void enter(const std::string& name, const doc_products_shared::TopLevelDocProductPtr& product) {
+    s_products[name] = product;
+}
+
+doc_products_shared::DocProductPtr find(const std::string& name) {
+    const auto found = s_products.find(name);
+    return found == s_products.end() ? nullptr : found->second;
+}
+
+void keepPath(const fl::filesystem::upath& path) {
+    const std::lock_guard lock(s_mutex);
+    s_path = path;
+}
+
+fl::filesystem::upath copyPath() {
+    const std::lock_guard lock(s_mutex);
+    return s_path;
+}
+
+}  // namespace bench
