@@ -74,7 +74,7 @@ ParseResult open_container(const Container& container, Cursor& cursor, unsigned 
     return depth < MAX_NESTING ? skip_to_next_byte(cursor) : ParseResult::NestingTooDeep;
 }
 
-// From the opening to the closing bracket. `read_item` reads one item, and has not read to the end of the text.
+// From the opening to the closing bracket. `read_item` reads one item, without the white space around it.
 template <class ReadItem>
 ParseResult read_container(const Container& container, Cursor& cursor, unsigned int depth, ReadItem read_item) {
     ParseResult result = open_container(container, cursor, depth);
@@ -96,8 +96,8 @@ ParseResult read_container(const Container& container, Cursor& cursor, unsigned 
     }
 }
 
-// Element by element: Value's move can throw, so a vector that grows by itself would copy whole trees instead. After
-// an exception the elements are good for nothing but destruction.
+// Element by element: Value's move can throw, so a vector that grows by itself would copy whole trees instead.
+// Fourfold, since moving a container allocates. After an exception the elements are good for nothing but destruction.
 void grow(Elements& elements) {
     Elements larger;
     larger.reserve(std::max<std::size_t>(2, 4 * elements.size()));

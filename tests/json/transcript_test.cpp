@@ -145,22 +145,27 @@ std::string starve(const std::string& text) {
     return outcomes.substr(2);
 }
 
-// What a double becomes when a parsed text is copied, and then moved, to it without memory: the index of each.
-std::string overwrite(const std::string& text) {
-    std::string answer;
-    for (const bool move : {false, true}) {
-        Value source = parse(text, 0);
-        Value target(1.5);
-        s_successes = 0;
-        try {
-            move ? target = std::move(source) : target = source;
-        } catch (const std::bad_alloc&) {
-            answer += "bad_alloc ";
-        }
-        s_successes = -1;
-        answer += std::to_string(target.storage().which()) + (move ? "" : ", ");
+// The index that an operation without memory leaves.
+template <class Operation>
+std::string starved(Value target, Operation operation) {
+    std::string failure;
+    s_successes = 0;
+    try {
+        operation(target);
+    } catch (const std::bad_alloc&) {
+        failure = "bad_alloc ";
     }
-    return answer;
+    s_successes = -1;
+    return failure + std::to_string(target.storage().which());
+}
+
+// What a double becomes when a parsed text is copied, and then moved, to it, and the text's value when it is emptied.
+std::string overwrite(const std::string& text) {
+    Value source = parse(text, 0);
+    const std::string copied = starved(Value(1.5), [&](Value& target) { target = source; });
+    const std::string moved = starved(Value(1.5), [&](Value& target) { target = std::move(source); });
+    return copied + ", " + moved + ", " +
+           starved(parse(text, 0), [](Value& target) { target.emplace<std::vector<Value>>(); });
 }
 
 const std::map<std::string, std::string (*)(const std::string&)> s_commands = {
