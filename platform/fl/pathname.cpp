@@ -14,6 +14,7 @@ ustring make_native_form(const ustring& text, bool /*flag*/) {
 
 void concatenate_pathname(ustring& text, const ustring& component, bool /*flag*/) {
     const auto length = component.size();  // before the text changes: the component may be the text itself
+    text.reserve(text.size() + 1 + length);
     if (!text.empty() && text.back() != s_separator) {
         text.push_back(s_separator);
     }

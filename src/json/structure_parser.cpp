@@ -64,6 +64,11 @@ ParseResult skip_to_next_byte(Cursor& cursor) {
     return cursor.position == cursor.end ? ParseResult::UnexpectedEnd : ParseResult::Ok;
 }
 
+// Behind a success, over the white space to the next byte, which must be there.
+ParseResult then_skip(ParseResult result, Cursor& cursor) {
+    return result == ParseResult::Ok ? skip_to_next_byte(cursor) : result;
+}
+
 ParseResult open_container(const Container& container, Cursor& cursor, unsigned int depth) {
     if (cursor.position == cursor.end) {
         return ParseResult::UnexpectedEnd;
@@ -74,7 +79,8 @@ ParseResult open_container(const Container& container, Cursor& cursor, unsigned 
     return depth < MAX_NESTING ? skip_to_next_byte(cursor) : ParseResult::NestingTooDeep;
 }
 
-// From the opening to the closing bracket. `read_item` reads one item, without the white space around it.
+// From the opening to the closing bracket. `read_item` reads one item and the white space behind it, and succeeds
+// only short of the end of the text.
 template <class ReadItem>
 ParseResult read_container(const Container& container, Cursor& cursor, unsigned int depth, ReadItem read_item) {
     ParseResult result = open_container(container, cursor, depth);
@@ -83,9 +89,6 @@ ParseResult read_container(const Container& container, Cursor& cursor, unsigned 
     }
     for (;;) {
         result = read_item();
-        if (result == ParseResult::Ok) {
-            result = skip_to_next_byte(cursor);
-        }
         if (result != ParseResult::Ok) {
             return result;
         }
@@ -96,19 +99,28 @@ ParseResult read_container(const Container& container, Cursor& cursor, unsigned 
     }
 }
 
-// Element by element: Value's move can throw, so a vector that grows by itself would copy whole trees instead.
-// Fourfold, since moving a container allocates. After an exception the elements are good for nothing but destruction.
-void grow(Elements& elements) {
+// How many elements to make room for: as many as the text holds from `start` to its end if it goes on like this, and
+// an eighth more; but at least half as many again, and no more than four times as many.
+std::size_t next_capacity(std::size_t size, Position start, const Cursor& cursor) {
+    const auto density = static_cast<double>(size) / static_cast<double>(cursor.position - start);
+    const auto expected = 1.125 * density * static_cast<double>(cursor.end - start);
+    return std::clamp(static_cast<std::size_t>(expected), size + size / 2, 4 * size);
+}
+
+// Element by element: Value's move can throw, so a vector that grows by itself would copy whole trees instead. After
+// an exception the elements are good for nothing but destruction.
+void grow(Elements& elements, Position start, const Cursor& cursor) {
     Elements larger;
-    larger.reserve(std::max<std::size_t>(2, 4 * elements.size()));
+    larger.reserve(std::max<std::size_t>(2, next_capacity(elements.size(), start, cursor)));
     std::move(elements.begin(), elements.end(), std::back_inserter(larger));
     elements.swap(larger);
 }
 
+// Appends to an array whose text begins at `start`. A move of a container allocates, so arrays are to grow seldom.
 template <class... Content>
-Value& append(Elements& elements, Content... content) {
+Value& append(Elements& elements, Position start, const Cursor& cursor, Content... content) {
     if (elements.size() == elements.capacity()) {
-        grow(elements);
+        grow(elements, start, cursor);
     }
     return elements.emplace_back(content...);
 }
@@ -161,11 +173,12 @@ bool spoils_integer(char byte) {
 
 template <class Integer>
 ParseResult read_integer_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
+    const Position start = cursor.position;
     const auto read_element = [&] {
         Integer number = 0;
-        const ParseResult result = parse_integer(number, cursor.position, cursor.end);
+        const ParseResult result = then_skip(parse_integer(number, cursor.position, cursor.end), cursor);
         if (result == ParseResult::Ok) {
-            append(fresh, number);
+            append(fresh, start, cursor, number);
         }
         return result;
     };
@@ -194,7 +207,10 @@ ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth);
 }
 
 ParseResult read_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
-    return read_container(s_array, cursor, depth, [&] { return read_value(append(fresh), cursor, depth + 1); });
+    const Position start = cursor.position;
+    return read_container(s_array, cursor, depth, [&] {
+        return then_skip(read_value(append(fresh, start, cursor), cursor, depth + 1), cursor);
+    });
 }
 
 // What is known of an object while it is read.
@@ -208,10 +224,7 @@ struct ObjectState {
 
 // The key, the colon, and the white space around it.
 ParseResult read_key(std::string_view& key, ObjectState& state, Cursor& cursor) {
-    ParseResult result = read_string(key, state.decoded, cursor.position, cursor.end);
-    if (result == ParseResult::Ok) {
-        result = skip_to_next_byte(cursor);
-    }
+    const ParseResult result = then_skip(read_string(key, state.decoded, cursor.position, cursor.end), cursor);
     if (result != ParseResult::Ok) {
         return result;
     }
@@ -271,8 +284,8 @@ ParseResult read_data(ObjectState& state, Value& fresh, Cursor& cursor, unsigned
 [[gnu::noinline]] ParseResult read_typed_member(ObjectState& state, std::string_view key, Cursor& cursor,
                                                 unsigned int depth) {
     Value value;
-    const ParseResult result =
-        key == s_type_key ? read_type(state, value, cursor, depth) : read_data(state, value, cursor, depth);
+    const auto read = key == s_type_key ? read_type : read_data;
+    const ParseResult result = then_skip(read(state, value, cursor, depth), cursor);
     if (result == ParseResult::Ok) {
         state.members.try_emplace(std::string(key), std::move(value));
     }
@@ -289,7 +302,8 @@ ParseResult read_data(ObjectState& state, Value& fresh, Cursor& cursor, unsigned
 ParseResult read_plain_member(Members& members, std::string_view key, Cursor& cursor, unsigned int depth) {
     const auto count = members.size();
     const auto member = members.emplace_hint(members.end(), std::piecewise_construct, std::tuple(key), std::tuple());
-    return members.size() != count ? read_value(member->second, cursor, depth) : read_and_drop(cursor, depth);
+    const bool is_new = members.size() != count;
+    return then_skip(is_new ? read_value(member->second, cursor, depth) : read_and_drop(cursor, depth), cursor);
 }
 
 ParseResult read_member(ObjectState& state, Cursor& cursor, unsigned int depth) {

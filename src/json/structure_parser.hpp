@@ -16,9 +16,7 @@
 // refused.
 namespace foundation::json {
 
-// A value of any kind. The kinds are tried in the order string, number, object, array, bool, null; if all fail,
-// result and cursor are those of the one that got furthest, the earlier one on a tie. So what opens no value at all
-// gives ExpectedString.
+// A value of any kind, which its first byte decides. What opens no value gives ExpectedString.
 ParseResult parse_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth);
 
 // An object. The first of two members with one key stays. A "zqdata" that was read before its "zqtype" is read again

@@ -36,7 +36,7 @@ double string_to_double(const char* token) {
     const char* const end = token + std::strlen(token);
     if (end - token <= s_exact_digits) {
         int integer = 0;
-        if (std::from_chars(token, end, integer).ptr == end && integer > 0) {
+        if (std::from_chars(token, end, integer).ptr == end && integer != 0) {  // a zero may have a sign
             return integer;
         }
     }

@@ -218,6 +218,10 @@ void Console::addPlatform() {
     m_commands["join"] = [this](Text argument) {
         return shown(path(split(argument, ',').first) / wide(split(argument, ',').second));
     };
+    m_commands["double"] = [this](Text name) {
+        upath whole = path(name);
+        return shown(whole /= whole.native());
+    };
     m_commands["exists"] = [this](Text name) { return fl::filesystem::exists(path(name)) ? "true" : "false"; };
     m_commands["canonical"] = [this](Text argument) {
         return shown(fl::filesystem::canonical(path(split(argument).first), path(split(argument).second)));
