@@ -3,6 +3,7 @@
 #include <memory>
 #include <mutex>
 #include <stdexcept>
+#include <utility>
 
 #include "doc_products_shared/DocProductCacheManager.hpp"
 #include "doc_products_shared/DocSetJsonParser.hpp"
@@ -176,11 +177,14 @@ BENCHMARK(getProductInfo);
 void findInMap(benchmark::State& state) {
     warmCollector();
     const DocumentationSet set = readCatalogue();
+    doc_products_shared::TopLevelDocProductMap products;
+    products.reserve(5 * set.getTopLevelProducts().size());  // as the collector does
     for (const auto& product : set.getTopLevelProducts()) {
         for (const std::string& name : namesOf(*product)) {
-            bench::enter(name, product);
+            products[name] = product;
         }
     }
+    bench::keepProducts(std::move(products));
     lookUp(state, namesOf(set), bench::find);
 }
 BENCHMARK(findInMap);

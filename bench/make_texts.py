@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the benchmark's texts and installations: make_texts.py FOLDER [--brief], the latter without the largest text.
 
-The same texts come out everywhere, since every generator has a seed of its own. Nothing is made twice: the folder's
+The same texts come out each time, since every generator has a seed of its own. Nothing is made twice: the folder's
 stamp says which version of this script filled it.
 """
 

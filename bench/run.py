@@ -116,7 +116,7 @@ def shape(name, text, target):
 def heap_group(count, in_brief=True):
     run = Run("heap", (TEXTS / f"products-{count}.json",))
     name = f"heap at the peak, {count:,} products"
-    figure = Figure(name, Reading(run, "peak_bytes"), "text and finished tree", Reading(run, "kept_bytes"),
+    figure = Figure(name, Reading(run, "peak_bytes"), "text and a copy of the tree", Reading(run, "kept_bytes"),
                     at_most(1.1))
     return Group(name, [figure], in_brief)
 
@@ -186,11 +186,11 @@ def left_out(figure):
     return program in RIVALS and not program_path(program).exists()
 
 
-def report_of(run, min_time):
+def report_of(run, times):
     """What Google Benchmark says of one run; ends everything where it failed."""
     selected = f"^{run.benchmark}$" if run.benchmark else "."
     command = [program_path(run.program), *run.arguments, f"--benchmark_filter={selected}",
-               "--benchmark_format=json", f"--benchmark_min_time={min_time}"]
+               "--benchmark_format=json", *times]
     done = subprocess.run(command, capture_output=True, text=True)
     report = json.loads(done.stdout) if done.returncode == 0 else {"benchmarks": []}
     results = report["benchmarks"]
@@ -199,13 +199,13 @@ def report_of(run, min_time):
     return report
 
 
-def take_turns(figures, rounds, min_time):
+def take_turns(figures, rounds, times):
     """All reports of each run, the runs of the figures being made in turn."""
     runs = dict.fromkeys(reading.run for figure in figures for reading in (figure.ours, figure.theirs))
     reports = {run: [] for run in runs}
     for _ in range(rounds):
         for run in runs:
-            reports[run].append(report_of(run, min_time))
+            reports[run].append(report_of(run, times))
     return reports
 
 
@@ -236,12 +236,12 @@ def versions_of(reports):
     return {name: context[name] for context in contexts for name in ("compiler", *RIVALS.values()) if name in context}
 
 
-def measure_all(groups, rounds, min_time):
+def measure_all(groups, rounds, times):
     results, versions = [], {}
     for number, group in enumerate(groups, 1):
         say(f"[{number}/{len(groups)}] {group.name}")
         figures = [figure for figure in group.figures if not left_out(figure)]
-        reports = take_turns(figures, rounds, min_time)
+        reports = take_turns(figures, rounds, times)
         results += [result_of(figure, reports) for figure in figures]
         versions |= versions_of(reports)
     return results, versions
@@ -276,21 +276,21 @@ def table(results):
     return "\n".join([lines[0], "|" + "|".join(rule) + "|", *lines[1:]])
 
 
+def system():
+    try:
+        return platform.freedesktop_os_release()["PRETTY_NAME"]
+    except OSError:  # a system that doesn't name itself
+        return platform.platform()
+
+
 def machine():
     model = next((line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
                   if line.startswith("model name")), platform.machine())
-    return {"cpu": model, "cores": os.cpu_count(), "system": platform.freedesktop_os_release()["PRETTY_NAME"]}
+    return {"cpu": model, "cores": os.cpu_count(), "system": system()}
 
 
-def save(results, versions, rounds):
-    document = {
-        "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
-        "machine": machine(),
-        "versions": versions,
-        "rounds": rounds,
-        "figures": results,
-    }
-    (BUILD / "results.json").write_text(json.dumps(document, indent=2) + "\n", encoding="utf-8")
+def save(path, document):
+    path.write_text(json.dumps(document, indent=2) + "\n", encoding="utf-8")
 
 
 def remarks(rounds, brief):
@@ -307,13 +307,21 @@ def main():
     parser = argparse.ArgumentParser(description="Measures the project's figures and prints them as a table.")
     parser.add_argument("--brief", action="store_true", help="run each program once, without the largest texts")
     brief = parser.parse_args().brief
-    rounds, min_time = (1, 0.001) if brief else (15, 0.05)
+    rounds, min_time, warmup_time = (1, 0.001, 0) if brief else (15, 0.05, 0.05)
+    times = [f"--benchmark_min_time={min_time}", f"--benchmark_min_warmup_time={warmup_time}"]
+    surroundings = machine()
 
     say("making the texts")
     subprocess.run([FOLDER / "make_texts.py", TEXTS, *(["--brief"] if brief else [])], check=True)
     groups = [group for group in GROUPS if group.in_brief or not brief]
-    results, versions = measure_all(groups, rounds, min_time)
-    save(results, versions, rounds)
+    results, versions = measure_all(groups, rounds, times)
+    save(BUILD / ("results-brief.json" if brief else "results.json"), {
+        "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
+        "machine": surroundings,
+        "versions": versions,
+        "rounds": rounds,
+        "figures": results,
+    })
     print(table(results), *remarks(rounds, brief), sep="\n\n")
 
 

@@ -1,6 +1,7 @@
 #include "yardsticks.hpp"
 
 #include <mutex>
+#include <utility>
 
 namespace bench {
 
@@ -13,8 +14,8 @@ fl::filesystem::upath s_path;
 
 }  // namespace
 
-void enter(const std::string& name, const doc_products_shared::TopLevelDocProductPtr& product) {
-    s_products[name] = product;
+void keepProducts(doc_products_shared::TopLevelDocProductMap products) {
+    s_products = std::move(products);
 }
 
 doc_products_shared::DocProductPtr find(const std::string& name) {

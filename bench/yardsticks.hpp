@@ -8,8 +8,8 @@
 // The least that two operations of the library can do, behind a library's edge as the operations are.
 namespace bench {
 
-// Enters a product under a name; find then copies its pointer.
-void enter(const std::string& name, const doc_products_shared::TopLevelDocProductPtr& product);
+// Keeps products by name; find then copies the pointer of one.
+void keepProducts(doc_products_shared::TopLevelDocProductMap products);
 doc_products_shared::DocProductPtr find(const std::string& name);
 
 // Keeps a path; copyPath then copies it with a lock held.
