@@ -5,8 +5,8 @@
 namespace {
 
 void measure(benchmark::State& state, const std::string& path) {
-    foundation::json::parse(foundation::read_text_file(path),
-                            0);  // untimed, as in the benchmark that this is compared with
+    // Once untimed, as in the benchmark that this is compared with.
+    foundation::json::parse(foundation::read_text_file(path), 0);
     for (auto _ : state) {
         benchmark::DoNotOptimize(foundation::json::parse(foundation::read_text_file(path), 0));
     }

@@ -186,11 +186,11 @@ def left_out(figure):
     return program in RIVALS and not program_path(program).exists()
 
 
-def report_of(run, times):
+def report_of(run, min_time):
     """What Google Benchmark says of one run; ends everything where it failed."""
     selected = f"^{run.benchmark}$" if run.benchmark else "."
     command = [program_path(run.program), *run.arguments, f"--benchmark_filter={selected}",
-               "--benchmark_format=json", *times]
+               "--benchmark_format=json", f"--benchmark_min_time={min_time}"]
     done = subprocess.run(command, capture_output=True, text=True)
     report = json.loads(done.stdout) if done.returncode == 0 else {"benchmarks": []}
     results = report["benchmarks"]
@@ -199,13 +199,13 @@ def report_of(run, times):
     return report
 
 
-def take_turns(figures, rounds, times):
+def take_turns(figures, rounds, min_time):
     """All reports of each run, the runs of the figures being made in turn."""
     runs = dict.fromkeys(reading.run for figure in figures for reading in (figure.ours, figure.theirs))
     reports = {run: [] for run in runs}
     for _ in range(rounds):
         for run in runs:
-            reports[run].append(report_of(run, times))
+            reports[run].append(report_of(run, min_time))
     return reports
 
 
@@ -236,12 +236,12 @@ def versions_of(reports):
     return {name: context[name] for context in contexts for name in ("compiler", *RIVALS.values()) if name in context}
 
 
-def measure_all(groups, rounds, times):
+def measure_all(groups, rounds, min_time):
     results, versions = [], {}
     for number, group in enumerate(groups, 1):
         say(f"[{number}/{len(groups)}] {group.name}")
         figures = [figure for figure in group.figures if not left_out(figure)]
-        reports = take_turns(figures, rounds, times)
+        reports = take_turns(figures, rounds, min_time)
         results += [result_of(figure, reports) for figure in figures]
         versions |= versions_of(reports)
     return results, versions
@@ -307,14 +307,13 @@ def main():
     parser = argparse.ArgumentParser(description="Measures the project's figures and prints them as a table.")
     parser.add_argument("--brief", action="store_true", help="run each program once, without the largest texts")
     brief = parser.parse_args().brief
-    rounds, min_time, warmup_time = (1, 0.001, 0) if brief else (15, 0.05, 0.05)
-    times = [f"--benchmark_min_time={min_time}", f"--benchmark_min_warmup_time={warmup_time}"]
+    rounds, min_time = (1, 0.001) if brief else (15, 0.05)
     surroundings = machine()
 
     say("making the texts")
     subprocess.run([FOLDER / "make_texts.py", TEXTS, *(["--brief"] if brief else [])], check=True)
     groups = [group for group in GROUPS if group.in_brief or not brief]
-    results, versions = measure_all(groups, rounds, times)
+    results, versions = measure_all(groups, rounds, min_time)
     save(BUILD / ("results-brief.json" if brief else "results.json"), {
         "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
         "machine": surroundings,
