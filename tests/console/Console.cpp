@@ -63,11 +63,9 @@ std::string shown(const DocumentationSet& set) {
 std::string catalogueText(const std::string& names) {
     std::vector<std::string> products;
     for (const std::string& name : words(names, " ")) {
-        const std::string product = R"({"product": {"display_name": "N", "help_location": "l", "short_name": "l", )"
-                                    R"("basecode": "N", "product_family_list": []}})";
-        const std::string location = "\"" + boost::to_lower_copy(name) + "\"";
-        products.push_back(boost::replace_all_copy(boost::replace_all_copy(product, "\"l\"", location), "\"N\"",
-                                                   "\"" + name + "\""));
+        boost::format product(R"({"product": {"display_name": "%1%", "help_location": "%2%", "short_name": "%2%", )"
+                              R"("basecode": "%1%", "product_family_list": []}})");
+        products.push_back(boost::str(product % name % boost::to_lower_copy(name)));
     }
     return R"({"documentation_set": {"format": "", "release": "", "product_list": [)" + boost::join(products, ", ") +
            "]}}";

@@ -27,18 +27,6 @@ void runTogether(const std::vector<std::function<void()>>& tasks) {
     }
 }
 
-TEST(Threads, FirstCallersGetOneInstanceBuiltOnce) {
-    support::ScriptedServices services;
-    std::vector<Docroot*> instances(4);
-    std::vector<std::function<void()>> calls;
-    for (auto& instance : instances) {
-        calls.emplace_back([&instance] { instance = &Docroot::getInstance(); });
-    }
-    runTogether(calls);
-    EXPECT_EQ(instances, std::vector<Docroot*>(4, &Docroot::getInstance()));
-    EXPECT_EQ(services.take("listen").size(), 2U);
-}
-
 TEST(Threads, ReadersWritersAndEventsComeToRestInAgreement) {
     vorlan::setInstallRoot(u"/start");
     Docroot& docroot = Docroot::getInstance();

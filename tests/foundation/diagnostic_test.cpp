@@ -78,19 +78,6 @@ TEST(Diagnostic, DropsTheRecordOfAFailedPiece) {
     EXPECT_EQ(log.take(), "note: next\n");
 }
 
-TEST(Diagnostic, MaskFollowsTheHostByName) {
-    const foundation::log::basic_diagnostic_logger<char> other("another_logger");
-    EXPECT_TRUE(s_logger.enabled(error));
-    EXPECT_FALSE(s_logger.enabled(note));
-    vorlan::setLevelMask(s_name, support::maskOf({note, exit}));
-    const foundation::log::basic_diagnostic_logger<char> later(s_name);
-    for (const auto* logger : {static_cast<const decltype(later)*>(&s_logger), &later}) {
-        EXPECT_TRUE(logger->enabled(note) && logger->enabled(exit));
-        EXPECT_FALSE(logger->enabled(error));
-    }
-    EXPECT_FALSE(other.enabled(note));
-}
-
 TEST(FunctionTrace, ScopeEnteredDuringUnwindingEndsPlain) {
     struct Cleanup {
         ~Cleanup() { FUNCTION_TRACE("cleanup"); }

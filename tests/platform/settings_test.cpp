@@ -59,13 +59,6 @@ TEST(Settings, HighestLevelThatHoldsAValueAnswers) {
     EXPECT_THROW(node->get<fl::ustring>("name", "machine"), std::invalid_argument);
 }
 
-TEST(Settings, ParentsLeadToTheRoot) {
-    const auto group = root()->getSettingsByFullName("vorlan.help.DocRoot")->getParent();
-    EXPECT_EQ(group->getFullName(), "vorlan.help");
-    EXPECT_EQ(group->getParent()->getParent()->getFullName(), "");
-    EXPECT_EQ(root()->getParent(), nullptr);
-}
-
 TEST(InstallRoot, LiesAboveTheProgramUntilItIsSet) {
     const auto program = std::filesystem::canonical("/proc/self/exe");
     EXPECT_EQ(fl::i18n::to_string(fl::filesystem::get_install_path()), program.parent_path().parent_path());
@@ -85,49 +78,6 @@ TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
     EXPECT_EQ(counter.quiet(), 2);
     EXPECT_EQ(other.quiet(), 0);
     EXPECT_EQ(vorlan::deliveredEvents(), 2U);
-}
-
-TEST(Events, ComeInOrderOnAnotherThreadAndNameTheirSetting) {
-    std::string seen;
-    const auto caller = std::this_thread::get_id();
-    const auto handler = [&](const SettingsValueChangeEvent& event) {
-        EXPECT_NE(std::this_thread::get_id(), caller);
-        seen += event.getSubject()->getFullName() + " ";
-    };
-    const auto first = listen("group.first", handler);
-    const auto second = listen("group.second", handler);
-    vorlan::setSetting("group.first", u"1", "user");
-    vorlan::setSetting("group.second", u"1", "user");
-    vorlan::setSetting("group.first", u"2", "user");
-    vorlan::waitForEvents();
-    EXPECT_EQ(seen, "group.first group.second group.first ");
-}
-
-TEST(Events, ListenerHearsNothingFromBeforeItsTime) {
-    std::promise<void> gate;
-    const auto holdsUp = listen("group.first", [&](const auto&) { gate.get_future().wait(); });
-    vorlan::setSetting("group.first", u"1", "user");
-    vorlan::setSetting("group.second", u"1", "user");
-    const Counter late("group.second");
-    gate.set_value();
-    EXPECT_EQ(late.quiet(), 0);
-}
-
-TEST(Events, AreNeverDeliveredInsideSetOrUnderALock) {
-    bool inside = false;
-    int chained = 0;
-    const auto connection = listen("group.name", [&](const auto&) {
-        EXPECT_FALSE(inside);
-        inside = true;
-        if (++chained < 3) {
-            root()->set<fl::ustring>("group.name", fl::ustring(static_cast<std::size_t>(chained), u'x'), "session");
-            EXPECT_NE(root()->get<fl::ustring>("group.name", ""), u"start");
-        }
-        inside = false;
-    });
-    vorlan::setSetting("group.name", u"start", "session");
-    vorlan::waitForEvents();
-    EXPECT_EQ(chained, 3);
 }
 
 TEST(Events, ListenerThatThrowsAnythingHarmsNobody) {

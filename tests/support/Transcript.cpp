@@ -4,6 +4,7 @@
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
 #include <boost/locale/utf.hpp>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -17,22 +18,15 @@ namespace {
 
 constexpr std::string_view s_digits = "0123456789ABCDEF";
 
-// The byte of a "<HH>" at the start of the text; -1 where there is none.
-int byteAt(std::string_view text) {
-    if (text.size() < 4 || text[0] != '<' || text[3] != '>') {
-        return -1;
-    }
-    const std::size_t high = s_digits.find(text[1]);
-    const std::size_t low = s_digits.find(text[2]);
-    return high == s_digits.npos || low == s_digits.npos ? -1 : static_cast<int>(16 * high + low);
-}
-
-std::string typed(std::string_view line) {
+// The text with the byte in the place of each "<HH>".
+std::string typed(const std::string& line) {
     std::string text;
-    while (!line.empty()) {
-        const int byte = byteAt(line);
-        text.push_back(byte < 0 ? line.front() : static_cast<char>(byte));
-        line.remove_prefix(byte < 0 ? 1 : 4);
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        unsigned int byte = 0;
+        int length = 0;
+        const bool isByte = std::sscanf(line.c_str() + at, "<%2X>%n", &byte, &length) == 1 && length == 4;
+        text.push_back(isByte ? static_cast<char>(byte) : line[at]);
+        at += isByte ? 3 : 0;
     }
     return text;
 }
@@ -90,7 +84,7 @@ std::string replay(const TranscriptCase& recorded, const std::function<std::stri
     std::string text;
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("$ ")) {
-            text += line + "\n" + shown(type(typed(std::string_view(line).substr(2))));
+            text += line + "\n" + shown(type(typed(line.substr(2))));
         } else if (line.starts_with("# ")) {
             text += line + "\n";
         }
