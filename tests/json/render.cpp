@@ -27,21 +27,20 @@ struct Render {
     }
 
     void operator()(const std::vector<Value>& elements) const {
-        const char* separator = "";
-        out << '[';
-        for (const Value& element : elements) {
-            out << std::exchange(separator, ",") << render(element);
-        }
-        out << ']';
+        list("[", elements, "]", [](const Value& element) { return render(element); });
+    }
+    void operator()(const std::map<std::string, Value>& members) const {
+        list("{", members, "}",
+             [](const auto& member) { return '"' + member.first + "\":" + render(member.second); });
     }
 
-    void operator()(const std::map<std::string, Value>& members) const {
-        const char* separator = "";
-        out << '{';
-        for (const auto& [key, value] : members) {
-            out << std::exchange(separator, ",") << '"' << key << "\":" << render(value);
+    template <class Items, class Show>
+    void list(const char* opening, const Items& items, const char* closing, Show show) const {
+        const char* separator = opening;
+        for (const auto& item : items) {
+            out << std::exchange(separator, ",") << show(item);
         }
-        out << '}';
+        out << (items.empty() ? opening : "") << closing;
     }
 };
 

@@ -80,15 +80,6 @@ TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
     EXPECT_EQ(vorlan::deliveredEvents(), 2U);
 }
 
-TEST(Events, ListenerThatThrowsAnythingHarmsNobody) {
-    const auto throwsError = listen("group.name", [](const auto&) { throw std::runtime_error("refused"); });
-    const auto throwsNumber = listen("group.name", [](const auto&) { throw 1; });
-    const Counter counter("group.name");
-    vorlan::setSetting("group.name", u"a", "user");
-    vorlan::setSetting("group.name", u"b", "user");
-    EXPECT_EQ(counter.quiet(), 2);
-}
-
 TEST(Connection, EndWaitsForTheRunningCallAndDropsTheRest) {
     std::promise<void> entered;
     std::atomic<int> finished = 0;

@@ -7,6 +7,7 @@
 #include <boost/make_shared.hpp>
 #include <map>
 #include <mutex>
+#include <numeric>
 #include <stdexcept>
 #include <utility>
 
@@ -71,11 +72,8 @@ struct RecordLog::Sink {
 };
 
 std::uint32_t maskOf(const std::vector<level>& levels) {
-    std::uint32_t mask = 0;
-    for (const level each : levels) {
-        mask |= static_cast<std::uint32_t>(each);
-    }
-    return mask;
+    return std::accumulate(levels.begin(), levels.end(), std::uint32_t{0},
+                           [](auto mask, level each) { return mask | static_cast<std::uint32_t>(each); });
 }
 
 RecordLog::RecordLog(const std::vector<level>& levels, const std::string& loggerName)
