@@ -28,8 +28,8 @@ constexpr unsigned int MAX_NESTING = 256;
 //
 // Throws ParserException for a text that is no such document, and passes on std::bad_alloc, save where memory runs
 // out in a "zqdata": in its first reading that is a ParserException with UnexpectedEnd; in a second one, under a late
-// "zqtype", it goes unnoticed and leaves the member undefined or a meaningless bool. `flags` is 0 or ALLOW_COMMENTS.
-// Safe on any number of threads at once.
+// "zqtype", it goes unnoticed and leaves the member undefined. `flags` is 0 or ALLOW_COMMENTS. Safe on any number of
+// threads at once.
 Value parse(const std::string& text, unsigned int flags);
 
 }  // namespace foundation::json

@@ -238,11 +238,9 @@ ParseResult read_key(std::string_view& key, ObjectState& state, Cursor& cursor) 
 ParseResult reread_data(ObjectState& state, unsigned int depth) {
     Value& member = state.members[std::string(s_data_key)];
     member = Value();
-    Value data;
     Cursor cursor = state.data;
-    const ParseResult result = read_typed_data(state.element_type, data, cursor, depth);
+    const ParseResult result = read_typed_data(state.element_type, member, cursor, depth);
     if (result == ParseResult::Ok) {
-        member = std::move(data);
         state.data_pending = false;
     }
     return result;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <boost/algorithm/string/erase.hpp>
 #include <boost/algorithm/string/replace.hpp>
-#include <cstdlib>
 #include <locale>
 #include <map>
 #include <new>
@@ -18,32 +17,13 @@
 #include "json/parse.hpp"
 #include "json/render.hpp"
 #include "json/structure_parser.hpp"
+#include "support/Allocations.hpp"
 #include "support/Transcript.hpp"
 #include "support/row_name.hpp"
 
 using namespace foundation::json;
 using boost::algorithm::erase_first_copy;
 using boost::algorithm::replace_all_copy;
-
-namespace {
-
-thread_local long s_successes = -1;  // allocations before the one that fails; negative: none is to fail
-
-}  // namespace
-
-// Not inlined, for the compiler would then see a free of what a new gave.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    void* memory = s_successes >= 0 && s_successes-- == 0 ? nullptr : std::malloc(size == 0 ? 1 : size);
-    return memory != nullptr ? memory : throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
@@ -131,10 +111,10 @@ std::string nest(const std::string& arguments) {
 std::string starve(const std::string& text) {
     std::string outcomes, outcome;
     for (long successes = 0; outcome != "accepted"; ++successes) {
-        s_successes = successes;
+        support::beginShortage(successes, false);
         try {
             parse(text, 0);
-            outcome = std::exchange(s_successes, -1) < 0 ? "unnoticed" : "accepted";
+            outcome = support::endShortage() ? "unnoticed" : "accepted";
         } catch (const std::bad_alloc&) {
             outcome = "bad_alloc";
         } catch (const ParserException& error) {
@@ -143,29 +123,6 @@ std::string starve(const std::string& text) {
         outcomes += outcomes.ends_with(outcome) ? "" : ", " + outcome;
     }
     return outcomes.substr(2);
-}
-
-// The index that an operation without memory leaves.
-template <class Operation>
-std::string starved(Value target, Operation operation) {
-    std::string failure;
-    s_successes = 0;
-    try {
-        operation(target);
-    } catch (const std::bad_alloc&) {
-        failure = "bad_alloc ";
-    }
-    s_successes = -1;
-    return failure + std::to_string(target.storage().which());
-}
-
-// What a double becomes when a parsed text is copied, and then moved, to it, and the text's value when it is emptied.
-std::string overwrite(const std::string& text) {
-    Value source = parse(text, 0);
-    const std::string copied = starved(Value(1.5), [&](Value& target) { target = source; });
-    const std::string moved = starved(Value(1.5), [&](Value& target) { target = std::move(source); });
-    return copied + ", " + moved + ", " +
-           starved(parse(text, 0), [](Value& target) { target.emplace<std::vector<Value>>(); });
 }
 
 const std::map<std::string, std::string (*)(const std::string&)> s_commands = {
@@ -184,7 +141,6 @@ const std::map<std::string, std::string (*)(const std::string&)> s_commands = {
     {"unsigned", reading<unsigned long long, parse_unsigned_integer, 0U>},
     {"nest", nest},
     {"starve", starve},
-    {"overwrite", overwrite},
 };
 
 std::string type(const std::string& line) {

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <string>
+
+// Programs that link this have an operator new of their own, which counts, and fails when told to.
+namespace support {
+
+// Blocks that operator new has given to any thread and that nobody has given back.
+long liveBlocks() noexcept;
+
+// After so many allocations of the calling thread that succeed one fails; if it is `lasting`, so does each behind it.
+void beginShortage(long successes, bool lasting) noexcept;
+
+// All succeed again. Whether one has failed since the beginning.
+bool endShortage() noexcept;
+
+// Runs operations under one shortage after the other.
+class Starvation {
+public:
+    explicit Starvation(bool lasting) : m_lasting(lasting) {}
+
+    // Runs the operation under the present shortage. Gives what() of the exception that comes out, or nothing.
+    template <class Operation>
+    std::string operator()(Operation operation) {
+        beginShortage(m_successes, m_lasting);
+        try {
+            operation();
+        } catch (const std::exception& e) {
+            m_struck = endShortage();
+            return e.what();
+        }
+        m_struck = endShortage();
+        return {};
+    }
+
+    // Goes on to the next shortage, which strikes one allocation later, unless the present one didn't strike.
+    bool next() noexcept {
+        ++m_successes;
+        return m_struck;
+    }
+
+private:
+    bool m_lasting;
+    bool m_struck = false;
+    long m_successes = 0;
+};
+
+// Runs `test` under every shortage that strikes it: those of one allocation, then the lasting ones. It is handed the
+// starvation to run its operation with, and is to leave as many blocks as it found. Returns how many struck.
+template <class Test>
+long starve(Test test) {
+    long strikes = -2;
+    for (const bool lasting : {false, true}) {
+        Starvation starvation(lasting);
+        do {
+            const long before = liveBlocks();
+            test(starvation);
+            EXPECT_EQ(liveBlocks(), before);
+            ++strikes;
+        } while (!testing::Test::HasFailure() && starvation.next());
+    }
+    return strikes;
+}
+
+}  // namespace support
