@@ -59,11 +59,12 @@ void SettingsTree::set(const std::string& fullName, const std::optional<fl::ustr
     const std::size_t index = levelIndex(level);
     const std::lock_guard lock(m_mutex);
     Levels& levels = m_values[fullName];
-    const fl::ustring before = effective(levels);
-    levels[index] = value;
-    if (effective(levels) != before) {
+    Levels changed = levels;
+    changed[index] = value;
+    if (effective(changed) != effective(levels)) {
         raise(fullName);  // under the lock, so that events queue up in the order of the changes
     }
+    levels.swap(changed);  // last, and without a failure: there is no change without its event
 }
 
 std::unique_ptr<foundation::msg_svc::eventmgr::Connection> SettingsTree::addListener(

@@ -20,7 +20,9 @@ bool endShortage() noexcept;
 // Runs operations under one shortage after the other.
 class Starvation {
 public:
-    explicit Starvation(bool lasting) : m_lasting(lasting) {}
+    // Each of `lasting` or single shortages, or none at all.
+    Starvation() = default;
+    explicit Starvation(bool lasting) : m_lasting(lasting), m_successes(0) {}
 
     // Runs the operation under the present shortage. Gives what() of the exception that comes out, or nothing.
     template <class Operation>
@@ -43,15 +45,18 @@ public:
     }
 
 private:
-    bool m_lasting;
+    bool m_lasting = false;
     bool m_struck = false;
-    long m_successes = 0;
+    long m_successes = -1;
 };
 
-// Runs `test` under every shortage that strikes it: those of one allocation, then the lasting ones. It is handed the
-// starvation to run its operation with, and is to leave as many blocks as it found. Returns how many struck.
+// Runs `test` in plenty, and then under every shortage that strikes it: those of one allocation, then the lasting
+// ones. It is handed the starvation to run its operation with, and is to leave as many blocks as it found. Returns
+// how many struck.
 template <class Test>
 long starve(Test test) {
+    Starvation plenty;
+    test(plenty);  // what is made once and stays is made by now
     long strikes = -2;
     for (const bool lasting : {false, true}) {
         Starvation starvation(lasting);
