@@ -9,7 +9,6 @@
 
 #include "doc_products_shared/DocProductCacheManager.hpp"
 #include "doc_products_shared/DocSetJsonParser.hpp"
-#include "doc_products_shared/Docroot.hpp"
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "vorlan/host.hpp"
@@ -82,7 +81,8 @@ std::string runOnRoots(Roots& roots, const std::string& operation, const upath& 
 
 }  // namespace
 
-Console::Console() {
+Console::Console()
+    : m_trials([this](Text line) { return answer(line); }, [this] { return observed(); }, m_services, m_log) {
     m_folder.makeFolder("vorlan/help");
     vorlan::setInstallRoot(wide("$T/vorlan"));
     vorlan::setSupportPackageRoot(wide("$T/packages"));
@@ -90,14 +90,14 @@ Console::Console() {
     addHost();
     addPlatform();
     addOperations();
+    addTrials();
 }
 
 std::string Console::type(Text line) {
     std::streambuf* const errors = std::cerr.rdbuf(m_errors.rdbuf());
     std::string result;
     try {
-        const auto [word, rest] = split(line);
-        result = m_commands.at(word)(rest);
+        result = answer(line);
     } catch (const std::exception& e) {
         result = "! " + std::string(e.what());
     } catch (int) {
@@ -105,6 +105,11 @@ std::string Console::type(Text line) {
     }
     std::cerr.rdbuf(errors);
     return m_folder.generic(observed() + result);
+}
+
+std::string Console::answer(Text line) {
+    const auto [word, rest] = split(line);
+    return m_commands.at(word)(rest);
 }
 
 std::string Console::observed() {
@@ -116,6 +121,7 @@ std::string Console::observed() {
     }
     const std::string errors = m_errors.str();
     m_errors.str("");
+    m_errors.clear();
     return errors.empty() ? text : text + "stderr: " + errors + "\n";
 }
 
@@ -167,7 +173,8 @@ std::string Console::change(Text argument) const {
 
 void Console::addHost() {
     addAction("fail", [this](Text argument) { fail(argument); });
-    addAction("nothing", [this](Text call) { m_services.answerNothing(call); });
+    addAction("nothing", [this](Text call) { m_services.on(call, [] { throw support::Nothing(); }); });
+    addAction("deliver", [this](Text name) { m_services.deliver("vorlan.help." + name); });
     addAction("heal", [this](Text) { m_services.reset(); });
     addAction("calls", [this](Text starts) { m_shownCalls = words(starts, ","), m_services.take(); });
     addAction("log", [this](Text levels) { show(levels); });
@@ -266,12 +273,32 @@ std::string Console::onCache(Text argument) {
                                        : found->second(*m_cache, path(rest));
 }
 
-std::string Console::onDocroot(Text argument) const {
+std::string Console::onDocroot(Text argument) {
     const auto [operation, rest] = split(argument);
-    Docroot& docroot = Docroot::getInstance();
+    if (operation == "another") {
+        m_docroot.reset();
+        m_docroot = std::make_unique<Docroot>();
+        return "";
+    }
+    Docroot& docroot = m_docroot ? *m_docroot : Docroot::getInstance();
     const std::string result = operation == "new" ? "" : runOnRoots(docroot, operation, path(rest));
     vorlan::waitForEvents();
     return result;
+}
+
+void Console::addTrials() {
+    addAction("before", [this](Text lines) { m_trials.setBefore(lines); });
+    addAction("behind", [this](Text lines) { m_trials.setBehind(lines); });
+    const auto add = [this](Text word, std::string (Trials::*trial)(long, const std::string&)) {
+        m_commands[word] = [this, trial](Text argument) {
+            const auto [least, lines] = split(argument);
+            return (m_trials.*trial)(std::stol(least), lines);
+        };
+    };
+    add("starve", &Trials::starve);
+    add("break-records", &Trials::breakRecords);
+    add("break-calls", &Trials::breakCalls);
+    m_commands["change-logging"] = [this](Text lines) { return m_trials.changeLogging(lines); };
 }
 
 // What the manager hands out, against what it handed out before.

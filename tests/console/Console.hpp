@@ -6,7 +6,9 @@
 #include <sstream>
 #include <string>
 
+#include "console/Trials.hpp"
 #include "doc_products_shared/DocProductCollector.hpp"
+#include "doc_products_shared/Docroot.hpp"
 #include "docroot_cache/DocrootCache.hpp"
 #include "support/RecordLog.hpp"
 #include "support/ScriptedServices.hpp"
@@ -26,12 +28,16 @@ namespace console {
 //              set NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line
 //              held NAME@LEVEL: what a level of a setting holds
 // The host:    fail CALL | fail oddly CALL (no std::exception) | nothing CALL (null or empty) | heal
+//              deliver NAME: a change event of that setting, on this very thread
 // What shows:  log LEVEL...: records, from here on | break-log START: a record that starts so fails
 //              calls START,...: calls of the host by the start of their lines, from here on
 // Platform:    text BYTES and units HEX...: each as the other | join PATH,COMPONENT | exists PATH
 //              canonical PATH [BASE]
-// Operations:  cache OPERATION [ARGUMENT] | docroot OPERATION [ARGUMENT], "new" for the construction
+// Operations:  cache OPERATION [ARGUMENT] | docroot OPERATION [ARGUMENT], "new" for the construction of the one, and
+//                  "another" for that of one to use from here on
 //              parse FILE | collector [FILE] | find [FILE] | installed | info NAME | request | name [FILE]
+// Trials:      before LINES and behind LINES, separated by "; ": what stands there in every trial from here on
+//              starve LEAST LINES | break-records LEAST LINES | change-logging LINES | break-calls LEAST LINES
 //
 // An answer shows the records, the calls, what went to standard error, then the result or what was thrown.
 // clang-format on
@@ -39,6 +45,7 @@ class Console {
 public:
     Console();
 
+    // Runs a line and gives its answer.
     std::string type(const std::string& line);
 
 private:
@@ -49,6 +56,8 @@ private:
     void addHost();
     void addPlatform();
     void addOperations();
+    void addTrials();
+    std::string answer(Text line);
     std::string observed();
     fl::ustring wide(Text text) const;
     fl::filesystem::upath path(Text text) const { return fl::filesystem::upath(wide(text)); }
@@ -56,7 +65,7 @@ private:
     void fail(Text argument);
     void show(Text levels);
     std::string onCache(Text argument);
-    std::string onDocroot(Text argument) const;
+    std::string onDocroot(Text argument);
     std::string request();
 
     std::map<std::string, std::function<std::string(Text)>> m_commands;  // by first word, given the rest of the line
@@ -66,7 +75,9 @@ private:
     std::vector<std::string> m_shownCalls;
     std::ostringstream m_errors;
     std::unique_ptr<docroot_cache::DocrootCache> m_cache;
+    std::unique_ptr<doc_products_shared::Docroot> m_docroot;  // null: the process-wide one
     std::shared_ptr<doc_products_shared::DocProductCollector> m_collector;
+    Trials m_trials;
 };
 
 }  // namespace console

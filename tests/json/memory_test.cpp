@@ -22,27 +22,6 @@ const std::string s_document =
     R"("first":{"zqtype":"int64","zqdata":[1,-2,3]},"again":{"zqdata":[4,5],"zqdata":{"x":[]},"zqtype":"a name"},)"
     R"("late":{"zqdata":[4,5,6],"zqtype":"uint8"},"behind":["another string that is too long to live in place"]})";
 
-// Memory that runs out in a zqdata is told as the end of the text, or leaves the member of a late type undefined.
-TEST(Memory, RunsOutInAnyPlaceOfAParse) {
-    const std::string whole = render(parse(s_document, 0));
-    const std::string undefined = boost::replace_first_copy(whole, "[u4,u5,u6]", "undefined");
-    ASSERT_NE(undefined, whole);
-    long refused = 0, unnoticed = 0;
-    const long strikes = support::starve([&](support::Starvation& starved) {
-        Value value;
-        const std::string thrown = starved([&] { value = parse(s_document, 0); });
-        const bool atData = thrown.starts_with("JSON ParserException (E0019): ");
-        EXPECT_TRUE(thrown.empty() || thrown == s_bad_alloc || atData) << thrown;
-        const std::string content = thrown.empty() ? render(value) : whole;
-        EXPECT_TRUE(content == whole || content == undefined) << content;
-        refused += atData ? 1 : 0;
-        unnoticed += content == undefined ? 1 : 0;
-    });
-    EXPECT_GE(strikes, 120);
-    EXPECT_GE(refused, 10);
-    EXPECT_GE(unnoticed, 3);
-}
-
 // Changes a value that holds `to`, `from` being at hand to copy or move. A failed change to a container loses the old
 // content, one to a string doesn't; what it should have become stays as it is.
 template <class Change>

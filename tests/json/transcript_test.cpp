@@ -107,22 +107,22 @@ std::string nest(const std::string& arguments) {
     return copy == before + content + behind ? content : copy.substr(1, copy.find('\n') - 1);
 }
 
-// How a parse ends while one allocation after the other fails, without repetitions.
-std::string starve(const std::string& text) {
-    std::string outcomes, outcome;
-    for (long successes = 0; outcome != "accepted"; ++successes) {
-        support::beginShortage(successes, false);
-        try {
-            parse(text, 0);
-            outcome = support::endShortage() ? "unnoticed" : "accepted";
-        } catch (const std::bad_alloc&) {
-            outcome = "bad_alloc";
-        } catch (const ParserException& error) {
-            outcome = std::to_string(static_cast<unsigned>(error.result())) + " at " + std::to_string(error.offset());
-        }
-        outcomes += outcomes.ends_with(outcome) ? "" : ", " + outcome;
-    }
-    return outcomes.substr(2);
+// "LEAST TEXT": how a parse ends short of memory, from the first allocation on and without repetitions; first with
+// one that fails, then with all behind it as well.
+std::string starve(const std::string& arguments) {
+    const std::string text = arguments.substr(arguments.find(' ') + 1);
+    const std::string whole = parsed<0>(text);
+    std::string outcomes, last;
+    outcomes.reserve(10000);  // no block of theirs is to be gained or lost below
+    last.reserve(10000);
+    const long strikes = support::starve([&](support::Starvation& starved) {
+        Value value;
+        const std::string thrown = starved([&] { value = parse(text, 0); });
+        const std::string outcome = thrown.empty() ? on_one_line(value) : thrown.substr(0, thrown.find('\n'));
+        outcomes += outcome == last ? "" : (outcome == whole ? "whole" : outcome) + "\n";
+        last = outcome;
+    });
+    return outcomes + (strikes < std::stol(arguments) ? "only " + std::to_string(strikes) + " strikes" : "");
 }
 
 const std::map<std::string, std::string (*)(const std::string&)> s_commands = {

@@ -41,7 +41,8 @@ public:
     void consume(const boost::log::record_view& record) {
         const std::string line = lineOf(record);
         const std::lock_guard lock(m_mutex);
-        if (!m_failing.empty() && line.find(m_failing) == line.find_first_not_of(' ')) {
+        if (m_successes-- == 0 || (!m_failing.empty() && line.find(m_failing) == line.find_first_not_of(' '))) {
+            m_failed = line;
             throw std::runtime_error("broken");
         }
         m_lines += line;
@@ -57,10 +58,23 @@ public:
         m_failing = start;
     }
 
+    void failAfter(long records) {
+        const std::lock_guard lock(m_mutex);
+        m_successes = records;
+    }
+
+    std::string heal() {
+        const std::lock_guard lock(m_mutex);
+        m_successes = -1;
+        return std::exchange(m_failed, {});
+    }
+
 private:
     std::mutex m_mutex;
     std::string m_lines;
     std::string m_failing;  // the start of lines that fail; empty: none
+    long m_successes = -1;  // records before the one that fails; negative: none is to
+    std::string m_failed;   // the latest that did
 };
 
 }  // namespace
@@ -88,6 +102,14 @@ RecordLog::~RecordLog() {
 
 void RecordLog::failAt(const std::string& start) {
     m_sink->backend->failAt(start);
+}
+
+void RecordLog::failAfter(long records) {
+    m_sink->backend->failAfter(records);
+}
+
+std::string RecordLog::heal() {
+    return m_sink->backend->heal();
 }
 
 std::string RecordLog::take() {

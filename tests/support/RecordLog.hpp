@@ -29,6 +29,11 @@ public:
     // From now on a record whose line starts so, its indent left out, throws std::runtime_error instead.
     void failAt(const std::string& start);
 
+    // After so many records one throws std::runtime_error, unless this is healed before, which gives the line of the
+    // record that has failed, if one has.
+    void failAfter(long records);
+    std::string heal();
+
 private:
     struct Sink;
     std::shared_ptr<Sink> m_sink;

@@ -1,5 +1,6 @@
 #include "support/ScriptedServices.hpp"
 
+#include <boost/make_shared.hpp>
 #include <iterator>
 #include <utility>
 
@@ -21,8 +22,8 @@ void ScriptedServices::on(const std::string& start, std::function<void()> action
     m_plans[start] = std::move(action);
 }
 
-void ScriptedServices::answerNothing(const std::string& start) {
-    on(start, {});
+void ScriptedServices::deliver(const std::string& fullName) {
+    m_deliveries.at(fullName)();
 }
 
 void ScriptedServices::reset() {
@@ -37,26 +38,28 @@ std::vector<std::string> ScriptedServices::take(const std::string& start) {
     return lines;
 }
 
-bool ScriptedServices::arrive(const std::string& line) {
-    std::unique_lock lock(m_mutex);
+std::vector<std::function<void()>> ScriptedServices::arrive(const std::string& line) {
+    const std::lock_guard lock(m_mutex);
     m_lines.push_back(line);
-    for (const auto& [start, action] : std::map(m_plans)) {
-        if (!line.starts_with(start)) {
-            continue;
+    std::vector<std::function<void()>> actions;
+    for (const auto& [start, action] : m_plans) {
+        if (line.starts_with(start)) {
+            actions.push_back(action);
         }
-        if (!action) {
-            return false;
-        }
-        lock.unlock();
-        action();
-        lock.lock();
     }
-    return true;
+    return actions;
 }
 
 template <class Forward>
 auto ScriptedServices::answer(const std::string& line, Forward forward) -> decltype(forward()) {
-    return arrive(line) ? forward() : decltype(forward())();
+    try {
+        for (const auto& action : arrive(line)) {
+            action();
+        }
+    } catch (Nothing) {
+        return decltype(forward())();
+    }
+    return forward();
 }
 
 vlutil::contextmgr::RtxID ScriptedServices::currentContext() {
@@ -88,6 +91,10 @@ void ScriptedServices::setSetting(const Settings& node, const std::string& name,
 
 std::unique_ptr<foundation::msg_svc::eventmgr::Connection> ScriptedServices::addListener(
     const Settings& node, const vorlan::ChangeHandler& handler) {
+    const auto subject = boost::make_shared<Settings>(node.getTree(), node.getFullName());
+    m_deliveries[node.getFullName()] = [handler, event = settings::core::SettingsValueChangeEvent(subject)] {
+        handler(event);
+    };
     return answer("listen " + node.getFullName(), [&] { return Services::addListener(node, handler); });
 }
 

@@ -10,6 +10,9 @@
 
 namespace support {
 
+// What an action throws to have its call answered with null or empty.
+struct Nothing {};
+
 // The host's services with a script: every call is recorded as one line, then does what was planned for it, and
 // otherwise goes on to the real services. In use from creation to the end of its life. The lines read
 //
@@ -22,11 +25,12 @@ public:
     ScriptedServices& operator=(const ScriptedServices&) = delete;
     ~ScriptedServices() override;
 
-    // Runs `action` on each call whose line starts with `start`; what it throws comes out of the call.
+    // Runs `action` on each call whose line starts with `start`; what it throws, save Nothing, comes out of the call.
     void on(const std::string& start, std::function<void()> action);
 
-    // Answers null or empty to each call whose line starts with `start`.
-    void answerNothing(const std::string& start);
+    // Calls the latest listener of that setting, as if the setting had changed, on this thread. What it throws comes
+    // out.
+    void deliver(const std::string& fullName);
 
     // Forgets the plans.
     void reset();
@@ -54,12 +58,13 @@ private:
     template <class Forward>
     auto answer(const std::string& line, Forward forward) -> decltype(forward());
 
-    // Records the call and runs its plan. False if it is to be answered with nothing.
-    bool arrive(const std::string& line);
+    // Records the call and gives what is planned for it.
+    std::vector<std::function<void()>> arrive(const std::string& line);
 
     std::mutex m_mutex;
     std::vector<std::string> m_lines;
-    std::map<std::string, std::function<void()>> m_plans;  // by start of line; an empty function answers nothing
+    std::map<std::string, std::function<void()>> m_plans;       // by start of line
+    std::map<std::string, std::function<void()>> m_deliveries;  // to the latest listener, by setting
     vorlan::Services& m_former;
 };
 

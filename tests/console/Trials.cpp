@@ -1,0 +1,180 @@
+#include "console/Trials.hpp"
+
+#include <algorithm>
+#include <boost/algorithm/string.hpp>
+#include <boost/log/core.hpp>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "support/Allocations.hpp"
+#include "vorlan/host.hpp"
+
+namespace console {
+
+namespace {
+
+struct Fault {
+    const char* name;
+    void (*strike)();
+};
+
+constexpr Fault s_faults[] = {
+    {"exception", [] { throw std::runtime_error("broken"); }},
+    {"other type", [] { throw 7; }},
+    {"nothing", [] { throw support::Nothing(); }},
+};
+
+// What the operation answers, or "! " and what comes out of it; `end` comes before anything is made of either.
+template <class Operation>
+std::string outcome(Operation operation, const std::function<void()>& end) {
+    try {
+        std::string answer = operation();
+        end();
+        return answer;
+    } catch (const std::exception& e) {
+        end();
+        return std::string("! ") + e.what();
+    } catch (int) {
+        end();
+        return "! no standard exception";
+    }
+}
+
+// Each error among the records once, however often it came.
+std::string errorsIn(const std::string& records) {
+    std::string errors;
+    std::istringstream lines(records);
+    for (std::string line; std::getline(lines, line);) {
+        boost::trim_left(line);
+        if (line.starts_with("error: ") && errors.find(line) == std::string::npos) {
+            errors += line + "; ";
+        }
+    }
+    return errors;
+}
+
+std::string atLeast(long least, long count) {
+    return count < least ? "only " + std::to_string(count) : "at least " + std::to_string(least);
+}
+
+// The calls of the host by what they ask for, each once.
+std::vector<std::string> kindsOf(const std::vector<std::string>& calls) {
+    std::vector<std::string> kinds;
+    for (const std::string& call : calls) {
+        const std::string kind = call.substr(0, call.find('='));
+        if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
+            kinds.push_back(kind);
+        }
+    }
+    return kinds;
+}
+
+}  // namespace
+
+Trials::Trials(std::function<std::string(const std::string&)> run, std::function<std::string()> observe,
+               support::ScriptedServices& services, std::unique_ptr<support::RecordLog>& log)
+    : m_run(std::move(run)), m_observe(std::move(observe)), m_services(services), m_log(log) {}
+
+std::string Trials::all(const std::string& lines) const {
+    std::string answers;
+    for (std::size_t start = 0; start < lines.size();) {
+        const std::size_t end = std::min(lines.find("; ", start), lines.size());
+        const std::string answer = m_run(lines.substr(start, end - start));
+        answers += (answers.empty() || answer.empty() ? "" : ", ") + answer;
+        start = end + 2;
+    }
+    return answers;
+}
+
+std::string Trials::trial(const std::string& lines, const Hook& begin, const Hook& end) {
+    all(m_before);
+    m_observe();
+    begin();
+    const std::string answer = outcome([&] { return all(lines); }, end);
+    vorlan::waitForEvents();
+    const std::string errors = errorsIn(m_observe());
+    const std::string next = outcome([&] { return all(m_behind); }, [] {});
+    const bool isDeeper = m_observe().starts_with(' ');
+    const std::string result = errors + answer + "; then " + next + (isDeeper ? " (at another depth)" : "");
+    return boost::replace_all_copy(boost::replace_all_copy(result, "\n, ", ", "), "\n", " / ");
+}
+
+std::string Trials::starve(long least, const std::string& lines) {
+    std::set<std::string> outcomes;
+    long strikes = 0, lost = 0, live = 0;
+    for (const bool lasting : {false, true}) {
+        bool struck = false;
+        // The first two have plenty: what is made once and stays is made then.
+        for (long successes = -2; successes <= 0 || struck; ++successes) {
+            const auto begin = [&] {
+                lost += successes < 0 ? 0 : support::liveBlocks() - live;
+                live = support::liveBlocks();
+                support::beginShortage(std::max(successes, -1L), lasting);
+            };
+            const std::string result = trial(lines, begin, [&] { struck = support::endShortage(); });
+            const long before = support::liveBlocks();
+            outcomes.insert(result);
+            live += support::liveBlocks() - before;
+            strikes += struck ? 1 : 0;
+        }
+    }
+    return boost::join(outcomes, "\n") + "\n" + atLeast(least, strikes) + " strikes, " + std::to_string(lost) +
+           " blocks lost";
+}
+
+std::string Trials::breakRecords(long least, const std::string& lines) {
+    std::set<std::string> outcomes;
+    std::string failed = "none";
+    long records = 0;
+    for (; !failed.empty(); ++records) {
+        const std::string result = trial(
+            lines, [&] { m_log->failAfter(records); }, [&] { failed = boost::trim_copy(m_log->heal()); });
+        outcomes.insert((failed.empty() ? "none:" : failed.substr(0, failed.find(' '))) + " " + result);
+    }
+    return boost::join(outcomes, "\n") + "\n" + atLeast(least, records - 1) + " records";
+}
+
+std::string Trials::changeLogging(const std::string& lines) {
+    const auto core = boost::log::core::get();
+    const std::vector<std::pair<Hook, Hook>> modes = {
+        {[&] { core->set_logging_enabled(false); }, [&] { core->set_logging_enabled(true); }},
+        {[&] { core->set_filter([](const auto&) { return false; }); }, [&] { core->reset_filter(); }},
+        {[] { vorlan::setLevelMask("doc_products_shared", 0); },
+         [] { vorlan::setLevelMask("doc_products_shared", ~0U); }},
+        {[] {}, [] {}},
+    };
+    std::set<std::string> outcomes;
+    for (const auto& [begin, end] : modes) {
+        outcomes.insert(trial(lines, begin, end));
+    }
+    return boost::join(outcomes, "\n");
+}
+
+std::string Trials::breakCalls(long least, const std::string& lines) {
+    std::vector<std::string> calls;
+    const std::string healthy = trial(
+        lines, [&] { m_services.take(); }, [&] { calls = m_services.take(); });
+    std::string rows = "no fault: " + healthy + "\n";
+    long count = 0;
+    for (const std::string& call : kindsOf(calls)) {
+        for (const Fault& fault : s_faults) {
+            for (const bool always : {false, true}) {
+                bool struck = false;
+                const auto strike = [&] {
+                    if (always || !std::exchange(struck, true)) {
+                        fault.strike();
+                    }
+                };
+                const std::string result = trial(
+                    lines, [&] { m_services.on(call, strike); }, [&] { m_services.reset(); });
+                rows += call + ", " + fault.name + (always ? ", always: " : ", once: ") + result + "\n";
+                ++count;
+            }
+        }
+    }
+    return rows + atLeast(least, count) + " faults";
+}
+
+}  // namespace console
