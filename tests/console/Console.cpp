@@ -1,5 +1,8 @@
 #include "console/Console.hpp"
 
+#include <gtest/gtest.h>
+#include <unistd.h>
+
 #include <boost/algorithm/string.hpp>
 #include <boost/format.hpp>
 #include <filesystem>
@@ -21,6 +24,12 @@ using fl::filesystem::upath;
 using foundation::log::level;
 
 namespace {
+
+const std::vector<std::pair<std::string, std::string>> s_longTexts = {
+    {"$MEGABYTE", std::string(std::size_t{1} << 20U, 'm')},
+    {"$PATH5000", "/" + std::string(200, 'p') + boost::replace_all_copy(std::string(4799, 'p'), "pp", "p/")},
+    {"$NAME256", std::string(256, 'n')},
+};
 
 // The text up to the first such character, and what follows it.
 std::pair<std::string, std::string> split(const std::string& text, char at = ' ') {
@@ -70,6 +79,24 @@ std::string catalogueText(const std::string& names) {
            "]}}";
 }
 
+// Runs as a user who may look into the folder, but isn't root.
+class Unprivileged {
+public:
+    explicit Unprivileged(const std::filesystem::path& folder) {
+        std::filesystem::permissions(folder, std::filesystem::perms{0755});
+        if (m_user == 0 && ::seteuid(s_nobody) != 0) {
+            throw std::runtime_error("can't become another user");
+        }
+    }
+    Unprivileged(const Unprivileged&) = delete;
+    Unprivileged& operator=(const Unprivileged&) = delete;
+    ~Unprivileged() { EXPECT_EQ(::seteuid(m_user), 0); }
+
+private:
+    static constexpr uid_t s_nobody = 65534;
+    const uid_t m_user = ::geteuid();
+};
+
 template <class Roots>
 std::string runOnRoots(Roots& roots, const std::string& operation, const upath& argument) {
     if (operation.starts_with("get")) {
@@ -104,7 +131,11 @@ std::string Console::type(Text line) {
         result = "! no standard exception";
     }
     std::cerr.rdbuf(errors);
-    return m_folder.generic(observed() + result);
+    result = m_folder.generic(observed() + result);
+    for (const auto& [name, meaning] : s_longTexts) {
+        boost::replace_all(result, meaning, name);
+    }
+    return result;
 }
 
 std::string Console::answer(Text line) {
@@ -126,7 +157,11 @@ std::string Console::observed() {
 }
 
 fl::ustring Console::wide(Text text) const {
-    return fl::i18n::to_ustring(boost::replace_all_copy(text, "$T", m_folder.path().native()));
+    std::string expanded = boost::replace_all_copy(text, "$T", m_folder.path().native());
+    for (const auto& [name, meaning] : s_longTexts) {
+        boost::replace_all(expanded, name, meaning);
+    }
+    return fl::i18n::to_ustring(expanded);
 }
 
 void Console::addAction(Text word, std::function<void(Text)> action) {
@@ -147,7 +182,12 @@ void Console::addScene() {
     });
     addAction("folder", [this](Text name) { m_folder.makeFolder(name); });
     addAction("link", [this](Text argument) {
-        std::filesystem::create_symlink(split(argument).first, m_folder.path() / split(argument).second);
+        std::filesystem::create_symlink(fl::i18n::to_string(wide(split(argument).first)),
+                                        m_folder.path() / split(argument).second);
+    });
+    addAction("forbid", [this](Text name) { std::filesystem::permissions(m_folder.path() / name, {}); });
+    addAction("allow", [this](Text name) {
+        std::filesystem::permissions(m_folder.path() / name, std::filesystem::perms{0755});
     });
     addAction("context", [](Text number) { vorlan::setContext({static_cast<unsigned>(std::stoul(number))}); });
     addAction("install-root", [this](Text text) { vorlan::setInstallRoot(wide(text)); });
@@ -175,6 +215,10 @@ void Console::addHost() {
     addAction("fail", [this](Text argument) { fail(argument); });
     addAction("nothing", [this](Text call) { m_services.on(call, [] { throw support::Nothing(); }); });
     addAction("deliver", [this](Text name) { m_services.deliver("vorlan.help." + name); });
+    m_commands["unprivileged"] = [this](Text line) {
+        const Unprivileged user(m_folder.path());
+        return answer(line);
+    };
     addAction("heal", [this](Text) { m_services.reset(); });
     addAction("calls", [this](Text starts) { m_shownCalls = words(starts, ","), m_services.take(); });
     addAction("log", [this](Text levels) { show(levels); });

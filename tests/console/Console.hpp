@@ -19,16 +19,18 @@ namespace console {
 // clang-format off
 // A host and the library in it, driven line by line, for the transcripts of the library's rooms. The install root is
 // "$T/vorlan", whose help folder exists, the support-package root "$T/packages", which doesn't; the settings are empty.
-// "$T" stands for a folder of the console's own.
+// "$T" stands for a folder of the console's own, "$NAME256", "$PATH5000" and "$MEGABYTE" for texts of so many bytes.
 //
 // The scene:   file NAME [TEXT] | folder NAME | link TARGET NAME
 //              catalogue FILE [NAME...]: products of that display name and base code; the name in lower case is their
 //                  help location and short name
+//              forbid NAME | allow NAME: whether it can be read, and searched; root always can
 //              install-root [PATH] | packages [PATH] | settings on|off | context NUMBER
 //              set NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line
 //              held NAME@LEVEL: what a level of a setting holds
 // The host:    fail CALL | fail oddly CALL (no std::exception) | nothing CALL (null or empty) | heal
 //              deliver NAME: a change event of that setting, on this very thread
+//              unprivileged LINE: the line as a user who isn't root
 // What shows:  log LEVEL...: records, from here on | break-log START: a record that starts so fails
 //              calls START,...: calls of the host by the start of their lines, from here on
 // Platform:    text BYTES and units HEX...: each as the other | join PATH,COMPONENT | exists PATH

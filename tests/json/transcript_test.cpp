@@ -103,7 +103,7 @@ std::string nest(const std::string& arguments) {
     EXPECT_EQ(pthread_create(&thread, &attributes, parse_and_copy, &trip), 0);
     EXPECT_EQ(pthread_join(thread, nullptr), 0);
     const std::string copy = render(trip.second);
-    const std::string content = render(parse(innermost, 0));
+    const std::string content = parsed<0>(innermost);
     return copy == before + content + behind ? content : copy.substr(1, copy.find('\n') - 1);
 }
 
