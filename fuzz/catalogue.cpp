@@ -1,0 +1,124 @@
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+
+#include "doc_products_shared/DocProductCollector.hpp"
+#include "doc_products_shared/DocSetJsonParser.hpp"
+#include "fuzz/Host.hpp"
+
+using namespace doc_products_shared;
+using fuzz::check;
+
+namespace {
+
+using Fields = std::vector<std::string>;
+
+// A catalogue in the default root, beside files that prove some products installed.
+struct Scene : fuzz::Host {
+    const std::string catalogue = root + "/docset.json";
+    std::ostringstream errors;
+    std::streambuf* const formerErrors = std::cerr.rdbuf(errors.rdbuf());
+
+    Scene() {
+        for (const char* name : {"", "a/", "barometer/", "sea/lighthouse/"}) {
+            folder.write("help/" + std::string(name) + "doccenter.properties");
+        }
+        for (const char* name : {"", "b", "b\xFF", "windvane"}) {
+            folder.write("help/docCatalog/products/" + std::string(name) + ".properties");
+        }
+    }
+    ~Scene() { std::cerr.rdbuf(formerErrors); }
+
+    // What a reader makes of the catalogue; nothing where it is refused.
+    template <class Read>
+    auto attempt(Read read) -> std::optional<decltype(read(fl::ustring()))> {
+        errors.str("");
+        try {
+            auto result = read(fl::i18n::to_ustring(catalogue));
+            check(errors.str().empty(), "no catalogue is accepted with words");
+            return result;
+        } catch (const std::runtime_error& error) {
+            check(error.what() == "Error while parsing " + catalogue, "a refusal names the catalogue and no more");
+            check(!errors.str().empty(), "no catalogue is refused without words");
+        }
+        return {};
+    }
+};
+
+Fields namesOf(const DocProduct& product) {
+    return {product.getBaseCode(), product.getShortName(), product.getHelpLocation(), product.getAltShortName(),
+            product.getDisplayName()};
+}
+
+// All that a product holds.
+Fields fieldsOf(const DocProduct& product) {
+    Fields fields = namesOf(product);
+    fields.push_back(product.getAvailability());
+    for (const ProductFamily& family : product.getProductFamilies()) {
+        fields.insert(fields.end(), {family.getFamily(), family.getGroup()});
+    }
+    return fields;
+}
+
+// The last product with that name; names count without the white space around them.
+Fields find(const DocumentationSet& set, const std::string& name) {
+    Fields found;
+    for (const auto& product : set.getTopLevelProducts()) {
+        for (const std::string& own : namesOf(*product)) {
+            found = !name.empty() && fuzz::trimmed(own) == name ? fieldsOf(*product) : found;
+        }
+    }
+    return found;
+}
+
+bool exists(const std::string& path) {
+    std::error_code unreachable;
+    return path.find('\0') == std::string::npos && std::filesystem::exists(path, unreachable);
+}
+
+bool isInstalled(const DocProduct& product, const std::string& dataRoot) {
+    for (const ProductFamily& family : product.getProductFamilies()) {
+        if (family.getFamily() == "webonlyproducts") {
+            return false;
+        }
+    }
+    return exists(dataRoot + "/" + product.getHelpLocation() + "/doccenter.properties") ||
+           exists(dataRoot + "/docCatalog/products/" + product.getShortName() + ".properties");
+}
+
+void examineProducts(const DocumentationSet& set, DocProductCollector& collector, const std::string& dataRoot) {
+    std::vector<Fields> expected, installed;
+    for (const auto& product : set.getTopLevelProducts()) {
+        for (const std::string& own : namesOf(*product)) {
+            for (const std::string& name : {own, std::string(fuzz::trimmed(own)), own + "?"}) {
+                const auto found = collector.getProductInfo(name);
+                check((found ? fieldsOf(*found) : Fields()) == find(set, name), "a name's last product has it");
+            }
+        }
+        if (isInstalled(*product, dataRoot)) {
+            expected.push_back(fieldsOf(*product));
+        }
+    }
+    for (const auto& product : *collector.getInstalledTopLevelDocProducts()) {
+        installed.push_back(fieldsOf(*product));
+    }
+    check(installed == expected, "what has its files is installed, in the order of the catalogue");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static Scene s_scene;
+    s_scene.folder.write("help/docset.json", {data, data + size});
+    const auto set = s_scene.attempt([](const fl::ustring& path) { return DocSetJsonParser().parse(path); });
+    auto collector =
+        s_scene.attempt([](const auto& path) { return DocProductCollector(fl::filesystem::upath(path)); });
+    check(set.has_value() == collector.has_value(), "a catalogue is refused everywhere or nowhere");
+    if (set && collector) {
+        examineProducts(*set, *collector, s_scene.root);
+    }
+    s_scene.forgetRecords();
+    return 0;
+}

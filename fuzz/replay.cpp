@@ -1,0 +1,26 @@
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <span>
+#include <string>
+
+#include "fuzz/target.hpp"
+
+// Examines every file of the folders on the command line that exist. Each is named beforehand: where an input ends
+// the process, its name is the last.
+int main(int argc, char** argv) {
+    std::size_t count = 0;
+    for (const char* folder : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+        std::error_code missing;
+        for (const auto& entry : std::filesystem::directory_iterator(folder, missing)) {
+            std::cout << entry.path().native() << std::endl;
+            std::ifstream file(entry.path());
+            const std::string text(std::istreambuf_iterator<char>(file), {});
+            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+            ++count;
+        }
+    }
+    std::cout << count << " inputs replayed\n";
+    return count == 0 ? 1 : 0;
+}

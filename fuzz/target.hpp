@@ -1,0 +1,30 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+// Examines one input. Each target defines it; libFuzzer calls it with what it invents, the replay with files.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace fuzz {
+
+inline constexpr std::string_view s_spaces = " \t\n\v\f\r";
+
+// Ends the process unless the property holds. Not by way of std::cerr, which a target may keep for itself.
+inline void check(bool holds, const char* property) {
+    if (!holds) {
+        std::fprintf(stderr, "broken property: %s\n", property);
+        std::abort();
+    }
+}
+
+inline std::string_view trimmed(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(s_spaces), text.size()));
+    return text.substr(0, text.find_last_not_of(s_spaces) + 1);
+}
+
+}  // namespace fuzz
