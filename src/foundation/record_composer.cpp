@@ -43,6 +43,9 @@ protected:
     }
 };
 
+// Made at the start, so that it outlasts every object that waits at its own end for an event, which may log.
+const std::locale s_messageLocale(std::locale::classic(), new total_codecvt);
+
 }  // namespace
 
 boost::log::record open_record(basic_diagnostic_logger<char>& logger, level which) {
@@ -63,8 +66,7 @@ void add_depth(basic_diagnostic_logger<char>& logger, long change) {
 }
 
 void imbue_message_locale(boost::log::record_ostream& stream) {
-    static const std::locale s_locale(std::locale::classic(), new total_codecvt);
-    stream.imbue(s_locale);
+    stream.imbue(s_messageLocale);
 }
 
 record_composer::record_composer(basic_diagnostic_logger<char>& logger, boost::log::record record)

@@ -2,6 +2,7 @@
 
 #include <boost/log/core/record.hpp>
 #include <boost/log/sources/record_ostream.hpp>
+#include <locale>
 #include <memory>
 
 #include "foundation/log/basic_diagnostic_logger.hpp"
@@ -35,8 +36,11 @@ public:
 private:
     using stream_provider = boost::log::aux::stream_provider<char>;
 
+    // The provider keeps the stream for the thread's next record, perhaps longer than this library stays loaded: it
+    // goes back without the library's locale.
     struct return_compound {
         void operator()(stream_provider::stream_compound* compound) const noexcept {
+            compound->stream.imbue(std::locale::classic());
             stream_provider::release_compound(compound);
         }
     };
