@@ -72,6 +72,14 @@ std::string reading(const std::string& text) {
            (content == on_one_line(std::get<Out>(s_untouched)) ? "" : " " + content);
 }
 
+ParseResult parse_int8_data(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
+    return parse_typed_data("int8", out, position, end, flags, depth);
+}
+
+std::string describe(const std::string& number) {
+    return get_parse_result_description(static_cast<ParseResult>(std::stoul(number)));
+}
+
 // Puts a copy of the document behind its text, or the message of its refusal.
 void* parse_and_copy(void* argument) {
     auto& [text, copy] = *static_cast<std::pair<std::string, Value>*>(argument);
@@ -139,6 +147,10 @@ const std::map<std::string, std::string (*)(const std::string&)> s_commands = {
     {"object", reading<std::map<std::string, Value>, parse_object, 0U, 0U>},
     {"signed", reading<long long, parse_signed_integer, 0U>},
     {"unsigned", reading<unsigned long long, parse_unsigned_integer, 0U>},
+    {"signeds", reading<std::vector<Value>, parse_signed_array, 0U, 0U>},
+    {"unsigneds", reading<std::vector<Value>, parse_unsigned_array, 0U, 0U>},
+    {"int8s", reading<Value, parse_int8_data, 0U, 0U>},
+    {"describe", describe},
     {"nest", nest},
     {"starve", starve},
 };
