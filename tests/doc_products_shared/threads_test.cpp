@@ -17,6 +17,7 @@
 #include "doc_products_shared/DocProductCacheManager.hpp"
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "doc_products_shared/Docroot.hpp"
+#include "docroot_cache/DocrootCache.hpp"
 #include "fl/i18n.hpp"
 #include "settings/in_vorlan.hpp"
 #include "support/ScriptedServices.hpp"
@@ -213,10 +214,10 @@ std::string catalogue(int products) {
     return R"({"documentation_set": {"format": "", "release": "", "product_list": [)" + list + "]}}";
 }
 
-// Reads the catalogue 2,000 times while the host does something to its file, and on until there have been two
-// outcomes; gives the numbers of products, -1 being a refusal.
-std::set<int> readMeanwhile(const std::string& file, const std::function<void(int)>& change) {
-    std::set<int> outcomes;
+// Reads 2,000 times while the host does something to the file, and on until there have been two outcomes.
+std::set<std::string> readMeanwhile(const std::function<std::string()>& read,
+                                    const std::function<void(int)>& change) {
+    std::set<std::string> outcomes;
     std::atomic<bool> over = false;
     std::jthread host([&] {
         for (int turn = 0; !over; ++turn) {
@@ -225,33 +226,52 @@ std::set<int> readMeanwhile(const std::string& file, const std::function<void(in
     });
     for (int turn = 0; turn < 2000 || outcomes.size() < 2; ++turn) {
         try {
-            const auto set = DocSetJsonParser().parse(fl::i18n::to_ustring(file));
-            outcomes.insert(static_cast<int>(set.getTopLevelProducts().size()));
+            outcomes.insert(read());
         } catch (const std::runtime_error& e) {
-            EXPECT_EQ(e.what(), "Error while parsing " + file);
-            outcomes.insert(-1);
+            outcomes.insert(e.what());
         }
     }
     over = true;
     return outcomes;
 }
 
-TEST_F(Threads, CatalogueThatIsSwappedOrShrinksIsOneOrTheOtherOrRefused) {
+// Puts another file in the place of one.
+void swap(const support::TemporaryFolder& folder, const std::string& name, const std::string& content) {
+    folder.write("next", content);
+    std::filesystem::rename(folder.path() / "next", folder.path() / name);
+}
+
+TEST_F(Threads, CatalogueThatIsSwappedIsOneOrTheOtherAndOneThatShrinksMayBeRefused) {
     const support::TemporaryFolder folder;
     const std::string file = folder.path() / "docset.json";
-    folder.write("docset.json", catalogue(1));
+    const auto parse = [&] {
+        return std::to_string(DocSetJsonParser().parse(fl::i18n::to_ustring(file)).getTopLevelProducts().size());
+    };
     std::cerr.rdbuf(nullptr);
-    const std::set<int> swapped = readMeanwhile(file, [&](int turn) {
-        folder.write("next", catalogue(1 + turn % 2));
-        std::filesystem::rename(folder.path() / "next", file);
-    });
-    EXPECT_EQ(swapped, (std::set{1, 2}));
+    folder.write("docset.json", catalogue(1));
+    const auto swapped =
+        readMeanwhile(parse, [&](int turn) { swap(folder, "docset.json", catalogue(1 + turn % 2)); });
+    EXPECT_EQ(swapped, (std::set<std::string>{"1", "2"}));
     folder.write("docset.json", catalogue(3));
-    const std::set<int> shrunk = readMeanwhile(file, [&](int turn) {
+    const auto shrunk = readMeanwhile(parse, [&](int turn) {
         folder.write("docset.json", catalogue(3));
         std::filesystem::resize_file(file, std::filesystem::file_size(file) / (1 + static_cast<unsigned>(turn % 2)));
     });
-    EXPECT_EQ(shrunk, (std::set{-1, 3}));
+    EXPECT_EQ(shrunk, (std::set<std::string>{"3", "Error while parsing " + file}));
+}
+
+TEST_F(Threads, RedirectThatIsSwappedIsOneOrTheOther) {
+    const support::TemporaryFolder folder;
+    folder.makeFolder("help/one");
+    folder.makeFolder("help/two");
+    folder.write("help/docroot.txt", "one");
+    vorlan::setInstallRoot(fl::i18n::to_ustring(folder.path()));
+    vorlan::closeSettings();
+    const docroot_cache::DocrootCache cache;
+    const auto resolve = [&] { return folder.generic(fl::i18n::to_string(cache.getInitialDocroot().native())); };
+    const auto swapped =
+        readMeanwhile(resolve, [&](int turn) { swap(folder, "help/docroot.txt", turn % 2 == 0 ? "two" : "one"); });
+    EXPECT_EQ(swapped, (std::set<std::string>{"$T/help/one", "$T/help/two"}));
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <functional>
 #include <future>
 #include <stdexcept>
-#include <thread>
 
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
@@ -78,24 +77,6 @@ TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
     EXPECT_EQ(counter.quiet(), 2);
     EXPECT_EQ(other.quiet(), 0);
     EXPECT_EQ(vorlan::deliveredEvents(), 2U);
-}
-
-TEST(Connection, EndWaitsForTheRunningCallAndDropsTheRest) {
-    std::promise<void> entered;
-    std::atomic<int> finished = 0;
-    auto connection = listen("group.name", [&](const auto&) {
-        entered.set_value();  // a second call would throw here and never count
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        ++finished;
-    });
-    vorlan::setSetting("group.name", u"a", "user");
-    vorlan::setSetting("group.name", u"b", "user");
-    entered.get_future().wait();
-    connection.reset();
-    EXPECT_EQ(finished, 1);
-    vorlan::waitForEvents();
-    EXPECT_EQ(finished, 1);
-    EXPECT_EQ(vorlan::deliveredEvents(), 1U);
 }
 
 TEST(Connection, ListenerMayEndItself) {
