@@ -55,6 +55,13 @@ std::string errorsIn(const std::string& records) {
     return errors;
 }
 
+// Adds an outcome as a line, unless there is one like it.
+void add(std::string& outcomes, const std::string& outcome) {
+    if (const std::string line = outcome + "\n"; ("\n" + outcomes).find("\n" + line) == std::string::npos) {
+        outcomes += line;
+    }
+}
+
 std::string atLeast(long least, long count) {
     return count < least ? "only " + std::to_string(count) : "at least " + std::to_string(least);
 }
@@ -102,38 +109,27 @@ std::string Trials::trial(const std::string& lines, const Hook& begin, const Hoo
 }
 
 std::string Trials::starve(long least, const std::string& lines) {
-    std::set<std::string> outcomes;
-    long strikes = 0, lost = 0, live = 0;
-    for (const bool lasting : {false, true}) {
-        bool struck = false;
-        // The first two have plenty: what is made once and stays is made then.
-        for (long successes = -2; successes <= 0 || struck; ++successes) {
-            const auto begin = [&] {
-                lost += successes < 0 ? 0 : support::liveBlocks() - live;
-                live = support::liveBlocks();
-                support::beginShortage(std::max(successes, -1L), lasting);
-            };
-            const std::string result = trial(lines, begin, [&] { struck = support::endShortage(); });
-            const long before = support::liveBlocks();
-            outcomes.insert(result);
-            live += support::liveBlocks() - before;
-            strikes += struck ? 1 : 0;
-        }
-    }
-    return boost::join(outcomes, "\n") + "\n" + atLeast(least, strikes) + " strikes, " + std::to_string(lost) +
-           " blocks lost";
+    std::string outcomes;
+    outcomes.reserve(std::size_t{1} << 20U);  // no block of its own is to be gained below
+    const long strikes = support::starve([&](support::Starvation& starved) {
+        add(outcomes, trial(
+                          lines, [&] { starved.begin(); }, [&] { starved.end(); }));
+        all(m_before);  // as it stood when this trial began
+        m_observe();
+    });
+    return outcomes + atLeast(least, strikes) + " strikes";
 }
 
 std::string Trials::breakRecords(long least, const std::string& lines) {
-    std::set<std::string> outcomes;
+    std::string outcomes;
     std::string failed = "none";
     long records = 0;
     for (; !failed.empty(); ++records) {
         const std::string result = trial(
             lines, [&] { m_log->failAfter(records); }, [&] { failed = boost::trim_copy(m_log->heal()); });
-        outcomes.insert((failed.empty() ? "none:" : failed.substr(0, failed.find(' '))) + " " + result);
+        add(outcomes, (failed.empty() ? "none:" : failed.substr(0, failed.find(' '))) + " " + result);
     }
-    return boost::join(outcomes, "\n") + "\n" + atLeast(least, records - 1) + " records";
+    return outcomes + atLeast(least, records - 1) + " records";
 }
 
 std::string Trials::changeLogging(const std::string& lines) {
@@ -145,11 +141,11 @@ std::string Trials::changeLogging(const std::string& lines) {
          [] { vorlan::setLevelMask("doc_products_shared", ~0U); }},
         {[] {}, [] {}},
     };
-    std::set<std::string> outcomes;
+    std::string outcomes;
     for (const auto& [begin, end] : modes) {
-        outcomes.insert(trial(lines, begin, end));
+        add(outcomes, trial(lines, begin, end));
     }
-    return boost::join(outcomes, "\n");
+    return outcomes;
 }
 
 std::string Trials::breakCalls(long least, const std::string& lines) {
@@ -163,14 +159,14 @@ std::string Trials::breakCalls(long least, const std::string& lines) {
             for (const bool always : {false, true}) {
                 bool struck = false;
                 const auto strike = [&] {
-                    if (always || !std::exchange(struck, true)) {
+                    if (!std::exchange(struck, true) || always) {
                         fault.strike();
                     }
                 };
                 const std::string result = trial(
                     lines, [&] { m_services.on(call, strike); }, [&] { m_services.reset(); });
                 rows += call + ", " + fault.name + (always ? ", always: " : ", once: ") + result + "\n";
-                ++count;
+                count += struck ? 1 : 0;
             }
         }
     }

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 
 #include "support/RecordLog.hpp"
@@ -27,7 +26,7 @@ public:
 
     // Each of these gives the different outcomes, and then how many faults struck, at least `least` or only so many.
 
-    // A lack of memory that strikes one allocation, then one and all behind it. Also tells how many blocks were lost.
+    // A lack of memory that strikes one allocation, then one and all behind it. A test fails if a block is lost.
     std::string starve(long least, const std::string& lines);
 
     // A record that fails. Before the outcomes stand the marks of such records in the log.

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <boost/algorithm/string/replace.hpp>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -45,16 +45,22 @@ TEST(Memory, RunsOutInAChangeOfAValue) {
     const Value document = parse(s_document, 0);
     const auto& tree = document["tree"].get<std::vector<Value>>();
     const Value values[] = {Value(1.5), Value(std::string(100, 'a')), tree[0], document["first"], document};
-    long copies = 0, moves = 0;
+    long copies = 0, moves = 0, emptied = 0;
     for (const Value& from : values) {
         for (const Value& to : values) {
             copies += starveChange(from, to, [](Value& target, Value& source) { target = source; });
             moves += starveChange(from, to, [](Value& target, Value& source) { target = std::move(source); });
         }
         copies += starveChange(from, from, [](Value&, const Value& source) { const Value copy = source; });
+        emptied += support::starve([&](support::Starvation& starved) {
+            Value target = from;
+            const std::string thrown = starved([&] { target.emplace<std::vector<Value>>(); });
+            EXPECT_EQ(target.storage().which(), thrown.empty() ? 5 : 0);
+        });
     }
     EXPECT_GE(copies, 600);
     EXPECT_GE(moves, 10);
+    EXPECT_EQ(emptied, 2L * static_cast<long>(std::size(values)));
 }
 
 TEST(Memory, RunsOutInAnException) {

@@ -24,17 +24,21 @@ public:
     Starvation() = default;
     explicit Starvation(bool lasting) : m_lasting(lasting), m_successes(0) {}
 
+    // The present shortage begins and ends.
+    void begin() const noexcept { beginShortage(m_successes, m_lasting); }
+    void end() noexcept { m_struck = endShortage(); }
+
     // Runs the operation under the present shortage. Gives what() of the exception that comes out, or nothing.
     template <class Operation>
     std::string operator()(Operation operation) {
-        beginShortage(m_successes, m_lasting);
+        begin();
         try {
             operation();
         } catch (const std::exception& e) {
-            m_struck = endShortage();
+            end();
             return e.what();
         }
-        m_struck = endShortage();
+        end();
         return {};
     }
 
