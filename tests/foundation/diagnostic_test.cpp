@@ -4,11 +4,14 @@
 
 #include <boost/log/core.hpp>
 #include <boost/log/expressions.hpp>
+#include <future>
 #include <locale>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 
 #include "foundation/function_trace.hpp"
+#include "foundation/log/logger_parts.hpp"
 #include "support/RecordLog.hpp"
 #include "vorlan/host.hpp"
 
@@ -68,6 +71,23 @@ TEST(Diagnostic, EvaluatesNoPieceWithoutARecord) {
     DIAGNOSTIC(error, piece());
     EXPECT_EQ(evaluated, 1);
     EXPECT_EQ(log.take(), "error: piece\n");
+}
+
+TEST(Diagnostic, HoldsTheLockWhileARecordIsOpenedAndNoLonger) {
+    RecordLog log({note}, s_name);
+    const auto isFree = [] {
+        const auto tried = [] { return std::unique_lock(s_logger.parts().lock, std::try_to_lock).owns_lock(); };
+        return std::async(std::launch::async, tried).get();
+    };
+    bool freeAtTheFilter = true, freeAtAPiece = false;
+    boost::log::core::get()->set_filter([&](const auto&) {
+        freeAtTheFilter = isFree();
+        return true;
+    });
+    DIAGNOSTIC(note, "piece", freeAtAPiece = isFree());
+    boost::log::core::get()->reset_filter();
+    EXPECT_FALSE(freeAtTheFilter);
+    EXPECT_TRUE(freeAtAPiece);
 }
 
 TEST(Diagnostic, DropsTheRecordOfAFailedPiece) {
