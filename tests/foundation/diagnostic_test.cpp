@@ -4,6 +4,8 @@
 
 #include <boost/log/core.hpp>
 #include <boost/log/expressions.hpp>
+#include <boost/log/sources/record_ostream.hpp>
+#include <cwchar>
 #include <future>
 #include <locale>
 #include <mutex>
@@ -12,6 +14,7 @@
 
 #include "foundation/function_trace.hpp"
 #include "foundation/log/logger_parts.hpp"
+#include "foundation/record_composer.hpp"
 #include "support/RecordLog.hpp"
 #include "vorlan/host.hpp"
 
@@ -51,6 +54,22 @@ TEST(Diagnostic, NeverFailsForTheTextOfAPiece) {
         EXPECT_EQ(log.take(), narrow);
         EXPECT_GT(narrow.size(), 7U);
     }
+}
+
+TEST(Diagnostic, ConvertsNoFurtherThanTheBufferReaches) {
+    boost::log::record_ostream stream;
+    foundation::log::imbue_message_locale(stream);
+    const auto& facet = std::use_facet<std::codecvt<char16_t, char, std::mbstate_t>>(stream.getloc());
+    const fl::ustring text = u"\u20AC\u20AC";
+    const char16_t* rest = nullptr;
+    char* end = nullptr;
+    std::string buffer(5, '.');
+    std::mbstate_t state{};
+    EXPECT_EQ(facet.out(state, text.data(), text.data() + 2, rest, buffer.data(), buffer.data() + 5, end),
+              std::codecvt_base::partial);
+    EXPECT_EQ(rest - text.data(), 1);
+    EXPECT_EQ(end - buffer.data(), 3);
+    EXPECT_EQ(buffer, "\xE2\x82\xAC..");
 }
 
 TEST(Diagnostic, EvaluatesNoPieceWithoutARecord) {
