@@ -4,6 +4,6 @@
 # it, so that no consumer inherits it.
 add_library(hardening INTERFACE)
 set(hardened "$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU,Clang>>")
-target_compile_options(hardening INTERFACE  # a level that the compiler or its user has set already makes way
+target_compile_options(hardening INTERFACE  # in place of any level that is set already
     "$<${hardened}:-fstack-protector-strong;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 target_link_options(hardening INTERFACE "$<${hardened}:LINKER:-z,relro,-z,now>")

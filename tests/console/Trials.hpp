@@ -29,14 +29,14 @@ public:
     // A lack of memory that strikes one allocation, then one and all behind it. A test fails if a block is lost.
     std::string starve(long least, const std::string& lines);
 
-    // A record that fails. Before the outcomes stand the marks of such records in the log.
+    // A record that fails, then one and all behind it. Before the outcomes stand the marks of the first in the log.
     std::string breakRecords(long least, const std::string& lines);
 
-    // No log, a filter that refuses all, no level, and every level.
+    // Every level, no log, a filter that refuses all, and no level.
     std::string changeLogging(const std::string& lines);
 
     // A call of the host that fails, once or always: with a std::exception, with another type, and with null or empty
-    // for an answer. Here each fault has a row of its own.
+    // for an answer. Here each fault has a row of its own. It strikes each call whose line starts alike.
     std::string breakCalls(long least, const std::string& lines);
 
 private:

@@ -60,7 +60,6 @@ TEST(Damage, AnyBitOfATextMayFlip) {
     }
     EXPECT_GE(accepted, 5000);
     EXPECT_GE(refused, 5000);
-    EXPECT_EQ(accepted + refused, 32 << 10);
 }
 
 }  // namespace

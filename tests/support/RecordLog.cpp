@@ -41,8 +41,8 @@ public:
     void consume(const boost::log::record_view& record) {
         const std::string line = lineOf(record);
         const std::lock_guard lock(m_mutex);
-        if (m_successes-- == 0 || (!m_failing.empty() && line.find(m_failing) == line.find_first_not_of(' '))) {
-            m_failed = line;
+        if (m_successes-- == 0 || (m_lasting && !m_failed.empty()) || isNamed(line)) {
+            m_failed = m_failed.empty() ? line : m_failed;
             throw std::runtime_error("broken");
         }
         m_lines += line;
@@ -58,23 +58,30 @@ public:
         m_failing = start;
     }
 
-    void failAfter(long records) {
+    void failAfter(long records, bool lasting) {
         const std::lock_guard lock(m_mutex);
         m_successes = records;
+        m_lasting = lasting;
     }
 
     std::string heal() {
         const std::lock_guard lock(m_mutex);
         m_successes = -1;
+        m_lasting = false;
         return std::exchange(m_failed, {});
     }
 
 private:
+    bool isNamed(const std::string& line) const {
+        return !m_failing.empty() && line.find(m_failing) == line.find_first_not_of(' ');
+    }
+
     std::mutex m_mutex;
     std::string m_lines;
-    std::string m_failing;  // the start of lines that fail; empty: none
-    long m_successes = -1;  // records before the one that fails; negative: none is to
-    std::string m_failed;   // the latest that did
+    std::string m_failing;   // the start of lines that fail; empty: none
+    long m_successes = -1;   // records before the one that fails; negative: none is to
+    bool m_lasting = false;  // whether all behind it do as well
+    std::string m_failed;    // the first that did
 };
 
 }  // namespace
@@ -104,8 +111,8 @@ void RecordLog::failAt(const std::string& start) {
     m_sink->backend->failAt(start);
 }
 
-void RecordLog::failAfter(long records) {
-    m_sink->backend->failAfter(records);
+void RecordLog::failAfter(long records, bool lasting) {
+    m_sink->backend->failAfter(records, lasting);
 }
 
 std::string RecordLog::heal() {
