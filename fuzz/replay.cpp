@@ -7,11 +7,11 @@
 
 #include "fuzz/target.hpp"
 
-// Examines every file of the folders on the command line that exist. Each is named beforehand: where an input ends
-// the process, its name is the last.
+// replay LEAST FOLDER...: examines every file of the folders that exist, and fails if those are fewer. Each is named
+// beforehand: where an input ends the process, its name is the last.
 int main(int argc, char** argv) {
     std::size_t count = 0;
-    for (const char* folder : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+    for (const char* folder : std::span(argv, static_cast<std::size_t>(argc)).subspan(2)) {
         std::error_code missing;
         for (const auto& entry : std::filesystem::directory_iterator(folder, missing)) {
             std::cout << entry.path().native() << std::endl;
@@ -22,5 +22,5 @@ int main(int argc, char** argv) {
         }
     }
     std::cout << count << " inputs replayed\n";
-    return count == 0 ? 1 : 0;
+    return count < std::stoul(argv[1]) ? 1 : 0;
 }
