@@ -24,7 +24,8 @@ public:
     void setBefore(const std::string& lines) { m_before = lines; }
     void setBehind(const std::string& lines) { m_behind = lines; }
 
-    // Each of these gives the different outcomes, and then how many faults struck, at least `least` or only so many.
+    // Each of these gives the different outcomes, and behind them, where `least` is asked for, that so many faults
+    // have struck, or else how many.
 
     // A lack of memory that strikes one allocation, then one and all behind it. A test fails if a block is lost.
     std::string starve(long least, const std::string& lines);
