@@ -193,6 +193,10 @@ void Console::addScene() {
     addAction("install-root", [this](Text text) { vorlan::setInstallRoot(wide(text)); });
     addAction("packages", [this](Text text) { vorlan::setSupportPackageRoot(wide(text)); });
     addAction("settings", [](Text state) { state == "on" ? vorlan::openSettings() : vorlan::closeSettings(); });
+    addAction("clear", [](Text setting) {
+        vorlan::clearSetting("vorlan.help." + split(setting, '@').first, split(setting, '@').second);
+        vorlan::waitForEvents();
+    });
     m_commands["set"] = [this](Text argument) { return change(argument); };
     m_commands["held"] = [](Text setting) {
         const auto [name, atLevel] = split(setting, '@');
@@ -222,7 +226,6 @@ void Console::addHost() {
     addAction("heal", [this](Text) { m_services.reset(); });
     addAction("calls", [this](Text starts) { m_shownCalls = words(starts, ","), m_services.take(); });
     addAction("log", [this](Text levels) { show(levels); });
-    addAction("break-log", [this](Text start) { m_log->failAt(start); });
 }
 
 void Console::fail(Text argument) {

@@ -27,11 +27,12 @@ namespace console {
 //              forbid NAME | allow NAME: whether it can be read, and searched; root always can
 //              install-root [PATH] | packages [PATH] | settings on|off | context NUMBER
 //              set NAME[@LEVEL] [TEXT]: a change from outside, delivered before the next line
+//              clear NAME@LEVEL: takes away what a level of a setting holds
 //              held NAME@LEVEL: what a level of a setting holds
 // The host:    fail CALL | fail oddly CALL (no std::exception) | nothing CALL (null or empty) | heal
 //              deliver NAME: a change event of that setting, on this very thread
 //              unprivileged LINE: the line as a user who isn't root
-// What shows:  log LEVEL...: records, from here on | break-log START: a record that starts so fails
+// What shows:  log LEVEL...: records, from here on
 //              calls START,...: calls of the host by the start of their lines, from here on
 // Platform:    text BYTES and units HEX...: each as the other | join PATH,COMPONENT | exists PATH
 //              canonical PATH [BASE]

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <functional>
 #include <future>
-#include <stdexcept>
 
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
@@ -28,55 +27,9 @@ std::unique_ptr<Connection> listen(const std::string& fullName,
                                                                       handler);
 }
 
-// Counts the events of a setting.
-struct Counter {
-    explicit Counter(const std::string& fullName) : connection(listen(fullName, [this](const auto&) { ++events; })) {}
-
-    int quiet() const {
-        vorlan::waitForEvents();
-        return events;
-    }
-
-    std::atomic<int> events = 0;
-    std::unique_ptr<Connection> connection;
-};
-
-TEST(Settings, HighestLevelThatHoldsAValueAnswers) {
-    const auto node = root()->getSettingsByFullName("group");
-    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"");
-    node->set<fl::ustring>("name", u"factory", "factory");
-    node->set<fl::ustring>("name", u"session", "session");
-    node->set<fl::ustring>("name", u"user", "user");
-    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"session");
-    EXPECT_EQ(node->get<fl::ustring>("name", "user"), u"user");
-    node->set<fl::ustring>("name", u"", "session");
-    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"");
-    vorlan::clearSetting("group.name", "session");
-    EXPECT_EQ(node->get<fl::ustring>("name", ""), u"user");
-    EXPECT_EQ(node->get<fl::ustring>("name", "session"), u"");
-    EXPECT_THROW(node->set<fl::ustring>("name", u"x", "machine"), std::invalid_argument);
-    EXPECT_THROW(node->get<fl::ustring>("name", "machine"), std::invalid_argument);
-}
-
 TEST(InstallRoot, LiesAboveTheProgramUntilItIsSet) {
     const auto program = std::filesystem::canonical("/proc/self/exe");
     EXPECT_EQ(fl::i18n::to_string(fl::filesystem::get_install_path()), program.parent_path().parent_path());
-}
-
-TEST(Events, ComeOnlyForAChangeOfWhatAReadAnswers) {
-    const Counter counter("group.name");
-    const Counter other("group.other");
-    vorlan::setSetting("group.name", u"", "user");  // unset reads as empty too
-    EXPECT_EQ(counter.quiet(), 0);
-    vorlan::setSetting("group.name", u"a", "session");
-    EXPECT_EQ(counter.quiet(), 1);
-    vorlan::setSetting("group.name", u"a", "session");
-    vorlan::setSetting("group.name", u"b", "user");
-    EXPECT_EQ(counter.quiet(), 1);
-    vorlan::clearSetting("group.name", "session");
-    EXPECT_EQ(counter.quiet(), 2);
-    EXPECT_EQ(other.quiet(), 0);
-    EXPECT_EQ(vorlan::deliveredEvents(), 2U);
 }
 
 TEST(Connection, ListenerMayEndItself) {

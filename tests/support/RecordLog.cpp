@@ -41,7 +41,7 @@ public:
     void consume(const boost::log::record_view& record) {
         const std::string line = lineOf(record);
         const std::lock_guard lock(m_mutex);
-        if (m_successes-- == 0 || (m_lasting && !m_failed.empty()) || isNamed(line)) {
+        if (m_successes-- == 0 || (m_lasting && !m_failed.empty())) {
             m_failed = m_failed.empty() ? line : m_failed;
             throw std::runtime_error("broken");
         }
@@ -51,11 +51,6 @@ public:
     std::string take() {
         const std::lock_guard lock(m_mutex);
         return std::exchange(m_lines, {});
-    }
-
-    void failAt(const std::string& start) {
-        const std::lock_guard lock(m_mutex);
-        m_failing = start;
     }
 
     void failAfter(long records, bool lasting) {
@@ -72,13 +67,8 @@ public:
     }
 
 private:
-    bool isNamed(const std::string& line) const {
-        return !m_failing.empty() && line.find(m_failing) == line.find_first_not_of(' ');
-    }
-
     std::mutex m_mutex;
     std::string m_lines;
-    std::string m_failing;   // the start of lines that fail; empty: none
     long m_successes = -1;   // records before the one that fails; negative: none is to
     bool m_lasting = false;  // whether all behind it do as well
     std::string m_failed;    // the first that did
@@ -105,10 +95,6 @@ RecordLog::RecordLog(const std::vector<level>& levels, const std::string& logger
 
 RecordLog::~RecordLog() {
     boost::log::core::get()->remove_sink(m_sink->frontend);
-}
-
-void RecordLog::failAt(const std::string& start) {
-    m_sink->backend->failAt(start);
 }
 
 void RecordLog::failAfter(long records, bool lasting) {

@@ -26,9 +26,6 @@ public:
     // The lines so far, which are forgotten.
     std::string take();
 
-    // From now on a record whose line starts so, its indent left out, throws std::runtime_error instead.
-    void failAt(const std::string& start);
-
     // After so many records one throws std::runtime_error, and if it is `lasting` each behind it, until this is
     // healed; that gives the line of the first that has failed, if one has.
     void failAfter(long records, bool lasting);
