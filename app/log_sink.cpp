@@ -70,7 +70,7 @@ std::uint32_t severityOf(const boost::log::attribute_value_set& values) {
 
 std::string lineText(const boost::log::record_view& record) {
     const auto& values = record.attribute_values();
-    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    const auto now = fmt::gmtime(std::chrono::system_clock::now());
     const auto depth = std::max(0L, boost::log::extract_or_default<long>("Depth", values, 0L));
     const auto channel = boost::log::extract_or_default<std::string>("Channel", values, std::string());
     const auto message = boost::log::extract_or_default<std::string>("Message", values, std::string());
