@@ -67,16 +67,16 @@ void EventQueue::run() {
         }
         Delivery delivery = std::move(m_pending.front());
         m_pending.pop_front();
-        m_running = delivery.listener->open ? delivery.listener.get() : nullptr;
-        const std::uint64_t calls = m_running == nullptr ? 0 : 1;
+        m_running = delivery.listener.get();
+        const bool isOpen = delivery.listener->open;
         lock.unlock();
-        if (calls != 0) {
+        if (isOpen) {
             call(delivery);
         }
         delivery = {};  // outside the lock, since it may hold the last of what a listener captured
         lock.lock();
         m_running = nullptr;
-        m_delivered += calls;
+        m_delivered += isOpen ? 1 : 0;
         m_changed.notify_all();
     }
 }

@@ -57,7 +57,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Delivery> m_pending;
-    const Listener* m_running = nullptr;  // the listener being called
+    const Listener* m_running = nullptr;  // of the delivery in hand
     std::uint64_t m_delivered = 0;
     bool m_stopped = false;
     std::thread m_thread;
