@@ -1,28 +1,21 @@
 #pragma once
 
-#include "fl/i18n.hpp"
 #include "fuzz/target.hpp"
-#include "support/RecordLog.hpp"
-#include "support/TemporaryFolder.hpp"
-#include "vorlan/host.hpp"
+#include "support/Host.hpp"
 
 namespace fuzz {
 
-// An installation in a folder of its own, without support packages. Every record is logged, so that texts of any
-// bytes go through the log as well.
-struct Host {
-    support::TemporaryFolder folder;
-    support::RecordLog log{{foundation::log::level::note, foundation::log::level::detail,
-                            foundation::log::level::error, foundation::log::level::enter,
-                            foundation::log::level::exit}};
-    const std::string root = folder.path() / "help";  // the default root
+using support::level;
 
-    Host() {
-        vorlan::setInstallRoot(fl::i18n::to_ustring(folder.path()));
-        vorlan::setSupportPackageRoot(fl::i18n::to_ustring(folder.path() / "packages"));
+// A host of which every record is logged, so that texts of any bytes go through the log as well.
+struct Host : support::Host {
+    support::RecordLog log;
+    const std::string root = folder() / "vorlan/help";  // the default root
+
+    void forgetRecords() {
+        check(!log.take().empty(), "whatever happens is logged");
+        calls();
     }
-
-    void forgetRecords() { check(!log.take().empty(), "whatever happens is logged"); }
 };
 
 }  // namespace fuzz

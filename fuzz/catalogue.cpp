@@ -23,10 +23,10 @@ struct Scene : fuzz::Host {
 
     Scene() {
         for (const char* name : {"", "a/", "barometer/", "sea/lighthouse/"}) {
-            folder.write("help/" + std::string(name) + "doccenter.properties");
+            write("vorlan/help/" + std::string(name) + "doccenter.properties");
         }
         for (const char* name : {"", "b", "b\xFF", "windvane"}) {
-            folder.write("help/docCatalog/products/" + std::string(name) + ".properties");
+            write("vorlan/help/docCatalog/products/" + std::string(name) + ".properties");
         }
     }
     ~Scene() { std::cerr.rdbuf(formerErrors); }
@@ -111,7 +111,7 @@ void examineProducts(const DocumentationSet& set, DocProductCollector& collector
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Scene s_scene;
-    s_scene.folder.write("help/docset.json", {data, data + size});
+    s_scene.write("vorlan/help/docset.json", {data, data + size});
     const auto set = s_scene.attempt([](const fl::ustring& path) { return DocSetJsonParser().parse(path); });
     auto collector =
         s_scene.attempt([](const auto& path) { return DocProductCollector(fl::filesystem::upath(path)); });

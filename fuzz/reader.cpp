@@ -1,176 +1,292 @@
-#include <boost/variant/apply_visitor.hpp>
-#include <cmath>
-#include <concepts>
-#include <iomanip>
-#include <limits>
+#include <boost/locale/encoding_utf.hpp>
+#include <functional>
+#include <locale>
 #include <optional>
-#include <set>
-#include <sstream>
-#include <utility>
+#include <regex>
 
 #include "fuzz/target.hpp"
 #include "json/ParserException.hpp"
-#include "json/parse.hpp"
-
-namespace foundation::json {
-
-// Trees are equal in every index and all content, save that 0 equals -0.
-static bool operator==(Undefined, Undefined) {
-    return true;
-}
-static bool operator==(Null, Null) {
-    return true;
-}
-static bool operator==(const Value& left, const Value& right) {
-    return left.storage() == right.storage();
-}
-
-}  // namespace foundation::json
+#include "json/structure_parser.hpp"
+#include "support/Show.hpp"
 
 using namespace foundation::json;
-using fuzz::check;
+using enum ParseResult;
+using Array = std::vector<Value>;
+using Object = std::map<std::string, Value>;
+using boost::lexical_cast, support::Show;
 
 namespace {
 
-using Tokens = std::vector<std::string_view>;
+// The sentences that a refusal shows.
+const std::map<ParseResult, std::string> s_sentences = {
+    {Ok, "Parse incomplete"},
+    {InvalidUnicodeEscape,
+     "Invalid \\u escape: four hexadecimal digits are needed, and a second \\u escape behind a high surrogate"},
+    {InvalidEscape, "Invalid escape: nothing is known under the character behind the backslash"},
+    {ExpectedString, "Expected a value, or a key in double quotes"},
+    {ExpectedDigit, "Expected a digit"},
+    {ExpectedFractionDigit, "Expected a digit behind the decimal point"},
+    {ExpectedExponentDigit, "Expected a digit in the exponent"},
+    {ExpectedArray, "Expected an array"},
+    {ExpectedArrayDelimiter, "Expected \",\" or \"]\" behind an array element"},
+    {ExpectedObjectDelimiter, "Expected \",\" or \"}\" behind an object member"},
+    {ExpectedColon, "Expected \":\" behind a key"},
+    {UnexpectedEnd, "The text ends too early"},
+    {InvalidInteger, "Expected an integer as the element of a typed array"},
+    {NestingTooDeep, "Arrays and objects are nested too deeply"},
+};
 
-// As JSON text; an undefined value, which no text holds, becomes one that is refused.
-struct Write {
-    using result_type = void;
-    std::ostream& out;
+// An independent reader, as plain as possible. Each function leaves the cursor at `place` and throws the reason of a
+// refusal. A step that succeeds returns true, so steps chain with &&.
+struct Model {
+    std::string_view text;
+    unsigned flags, depth = 0;
+    std::size_t place = 0;
 
-    void operator()(const Value& value) const { boost::apply_visitor(*this, value.storage()); }
-    void operator()(Undefined) const { out << "undefined"; }
-    void operator()(Null) const { out << "null"; }
-    void operator()(const std::string& text) const { out << std::quoted(text); }
-    void operator()(const std::vector<Value>& elements) const { list('[', elements, ']'); }
-    void operator()(const std::map<std::string, Value>& members) const { list('{', members, '}'); }
+    static bool require(bool holds, ParseResult otherwise) { return holds ? true : throw otherwise; }
+    bool has(std::size_t count) const { return require(text.size() - place >= count, UnexpectedEnd); }
+    bool at(std::string_view bytes) const { return place != text.size() && bytes.find(text[place]) < bytes.size(); }
+    bool startsWith(std::string_view token) const { return text.substr(place).starts_with(token); }
 
-    void operator()(const std::pair<const std::string, Value>& member) const {
-        out << std::quoted(member.first) << ':';
-        operator()(member.second);
+    bool go(std::size_t to) { return (place = std::min(to, text.size())) <= to; }
+    bool take(std::string_view bytes) { return at(bytes) && go(place + 1); }
+    bool accept(std::string_view bytes) { return has(1) && take(bytes); }
+    bool expect(std::string_view bytes, ParseResult otherwise) { return require(accept(bytes), otherwise); }
+    bool pass(std::string_view bytes) { return go(text.find_first_not_of(bytes, place)); }
+
+    bool comment(std::string_view opening, std::string_view closing) {
+        const bool opens = (flags & ALLOW_COMMENTS) != 0 && startsWith(opening);
+        return opens && go(std::min(text.find(closing, place + 2), text.size()) + closing.size());
+    }
+    bool skip() { return pass(fuzz::s_spaces) && (comment("//", "\n") || comment("/*", "*/")) ? skip() : true; }
+
+    char16_t hex4() {
+        const std::string digits(text.substr(place, 4));
+        const bool isHex = digits.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
+        has(4) && require(isHex, InvalidUnicodeEscape) && go(place + 4);
+        return static_cast<char16_t>(std::stoul(digits, nullptr, 16));
     }
 
-    void operator()(std::integral auto number) const { out << number; }  // or a bool
-    void operator()(double number) const {
-        const bool infinite = std::isinf(number);
-        infinite ? out << (number < 0 ? "-1e999" : "1e999") : out << number;
-    }
-
-    template <class Items>
-    void list(char opening, const Items& items, char closing) const {
-        const char* separator = "";
-        out << opening;
-        for (const auto& item : items) {
-            out << std::exchange(separator, ",");
-            operator()(item);
+    std::string units() {
+        std::u16string units{hex4()};
+        if ((units[0] & 0xFC00) == 0xD800 && has(6)) {
+            require(take("\\") && take("u"), InvalidUnicodeEscape);
+            units += hex4();
         }
-        out << closing;
+        const char16_t lone = units.size() == 2 && (units[1] & 0xFC00) == 0xDC00 ? 0 : 0xF800;
+        const auto isLone = [&](char16_t unit) { return (unit & lone) == 0xD800; };
+        std::ranges::replace_if(units, isLone, u'\uFFFD');
+        return boost::locale::conv::utf_to_utf<char>(units);
+    }
+
+    std::string escape() {
+        constexpr std::string_view s_escapes = "\"/\\bfnrtu", s_meanings = "\"/\\\b\f\n\r\t";
+        const std::size_t which = has(1) ? s_escapes.find(text[place]) : 0;
+        expect(s_escapes, InvalidEscape);
+        return which == s_meanings.size() ? units() : std::string(1, s_meanings[which]);
+    }
+
+    std::string character() {
+        require(has(1) && !at("\""), StringEndReached);
+        Model ahead = *this;  // a broken escape leaves the cursor where it starts
+        const std::string read = ahead.take("\\") ? ahead.escape() : std::string(1, text[ahead.place++]);
+        place = ahead.place;
+        return read;
+    }
+
+    std::string string() {
+        std::string read;
+        expect("\"", ExpectedString);
+        while (!accept("\"")) {
+            read += character();
+        }
+        return read;
+    }
+
+    bool digits(ParseResult otherwise) { return expect("0123456789", otherwise) && pass("0123456789"); }
+    bool sign(std::string_view bytes) { return accept(bytes) || true; }
+    bool whole(ParseResult otherwise) { return sign("-") && (accept("0") || digits(otherwise)); }
+    bool fraction() { return take(".") ? digits(ExpectedFractionDigit) : pass("0123456789"); }
+    bool exponent() { return !take("Ee") || (sign("+-") && digits(ExpectedExponentDigit)); }
+
+    bool real() { return whole(ExpectedDigit) && fraction() && exponent(); }
+    bool integer() { return whole(InvalidInteger); }
+
+    std::string token(bool (Model::*scan)()) {
+        const std::size_t start = place;
+        (this->*scan)();
+        return std::string(text.substr(start, place - start));
+    }
+
+    double number() { return std::strtod(token(&Model::real).c_str(), nullptr); }
+    long long signedInteger() { return std::strtoll(token(&Model::integer).c_str(), nullptr, 10); }
+    unsigned long long unsignedInteger() {
+        const bool negative = at("-");
+        return std::strtoull(token(&Model::integer).c_str(), nullptr, 10) * (negative ? 0 : 1);
+    }
+
+    Value literal(std::string_view word, const Value& meaning, ParseResult otherwise) {
+        require(startsWith(word), word.starts_with(text.substr(place)) ? UnexpectedEnd : otherwise);
+        place += word.size();
+        return meaning;
+    }
+    Value null() { return literal("null", Null(), ExpectedNull); }
+    Value boolean() { return literal(at("t") ? "true" : "false", at("t"), ExpectedBoolean); }
+
+    Value value() {
+        return at("{")                                     ? Value(object())
+               : at("[")                                   ? Value(array())
+               : at("-0123456789")                         ? Value(number())
+               : startsWith("null")                        ? null()
+               : startsWith("true") || startsWith("false") ? boolean()
+                                                           : Value(string());
+    }
+
+    void items(std::string_view brackets, ParseResult noOpening, ParseResult noDelimiter, const auto& readItem) {
+        const std::string_view closing = brackets.substr(1);
+        expect(brackets.substr(0, 1), noOpening) && require(++depth <= 256, NestingTooDeep) && skip();
+        for (bool ends = accept(closing); !ends; ends = !accept(",") && expect(closing, noDelimiter)) {
+            skip();
+            readItem();
+            skip();
+        }
+        --depth;
+    }
+
+    Array elements(auto read, std::string_view spoils) {
+        Array elements;
+        items("[]", ExpectedArray, ExpectedArrayDelimiter, [&] {
+            elements.push_back((this->*read)());
+            skip() && require(!at(spoils), InvalidInteger);
+        });
+        return elements;
+    }
+    Array array() { return elements(&Model::value, ""); }
+    Array signedArray() { return elements(&Model::signedInteger, "\".Ee{"); }
+    Array unsignedArray() { return elements(&Model::unsignedInteger, "\".Ee{"); }
+
+    Value typed(const auto& type) {
+        return type.empty() ? value() : type[0] == 'u' ? unsignedArray() : signedArray();
+    }
+
+    Object object() {
+        static const std::regex s_types("u?int(8|16|32|64)");
+        Object members;
+        std::string type;
+        std::optional<Model> data;  // at the data that no type has settled yet
+        items("{}", ExpectedObject, ExpectedObjectDelimiter, [&] {
+            const std::string key = string();
+            skip() && expect(":", ExpectedColon) && skip();
+            data = key == "zqdata" ? *this : data;
+            const Value read = key == "zqdata" ? typed(type) : value();
+            if (key == "zqtype" && read.storage().which() == 4) {
+                type = std::regex_match(read.get<std::string>(), s_types) ? read.get<std::string>() : type;
+                if (data && !type.empty()) {
+                    members["zqdata"] = data->typed(type);
+                    data.reset();
+                }
+            }
+            members.try_emplace(key, read);
+        });
+        return members;
     }
 };
 
-std::string written(const Value& value) {
-    std::ostringstream out;
-    Write{out << std::boolalpha << std::setprecision(std::numeric_limits<double>::max_digits10)}(value);
-    return out.str();
-}
-
-// The length of the token, the comment or the byte of white space that an accepted text goes on with.
-std::size_t firstLength(std::string_view text) {
-    std::size_t end = 1;
-    switch (text.front()) {
-        case '"':
-            while (text.at(end) != '"') {
-                end += text[end] == '\\' ? 2 : 1;
-            }
-            return end + 1;
-        case '/':
-            end = text.at(1) == '*' ? text.find("*/", 2) : text.find('\n') - 1;
-            return std::min(end, text.size() - 2) + 2;
-        default:
-            return std::clamp<std::size_t>(text.find_first_of(" \t\n\v\f\r[]{},:/"), 1, text.size());
-    }
-}
-
-Tokens tokensOf(std::string_view text) {
-    Tokens tokens;
-    while (!text.empty()) {
-        const std::string_view token = text.substr(0, firstLength(text));
-        if (std::string_view(" \t\n\v\f\r/").find(token.front()) == std::string_view::npos) {
-            tokens.push_back(token);
-        }
-        text.remove_prefix(token.size());
-    }
-    return tokens;
-}
-
-// Whether an object has a key of typed arrays twice: what that gives depends on the order of the members.
-bool repeatsTypedKey(const Tokens& tokens) {
-    std::vector<std::set<std::string>> open;  // the typed keys so far, of each array and object
-    for (std::size_t i = 0; i != tokens.size(); ++i) {
-        if (tokens[i] == "{" || tokens[i] == "[") {
-            open.emplace_back();
-        } else if (tokens[i] == "}" || tokens[i] == "]") {
-            open.pop_back();
-        } else if (tokens[i] == ":") {
-            const auto key = parse(std::string(tokens[i - 1]), 0).get<std::string>();
-            if ((key == "zqtype" || key == "zqdata") && !open.back().insert(key).second) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-// Every kind of white space, in runs of many lengths, between all tokens and around them.
-std::string spread(const Tokens& tokens) {
-    std::string text;
-    for (const std::string_view token : tokens) {
-        text.append(text.size() % 19, ' ').append(fuzz::s_spaces).append(token);
-    }
-    return text.append(fuzz::s_spaces);
-}
-
-void examineRefusal(const std::string& text, const ParserException& refusal) {
-    check(refusal.offset() <= text.size(), "a refusal lies within the text");
-    const std::string before = text.substr(0, refusal.offset());
-    const auto feeds = std::count(before.begin(), before.end(), '\n');
-    check(refusal.line() == static_cast<std::size_t>(feeds) + 1, "the line is that of the offset");
-    check(refusal.column() == before.size() - (before.rfind('\n') + 1), "the column is that of the offset");
-    const std::string what = refusal.what();
-    const bool cut = refusal.source().find('\0') != std::string::npos;
-    check(std::count(what.begin(), what.end(), '\n') == (cut ? 1 : 2),
-          "a message has three lines unless a NUL cuts it");
-}
-
-std::optional<Value> read(const std::string& text, unsigned flags) {
+// The reason of a refusal, or Ok.
+ParseResult reasonOf(auto reader, Model& model, auto& out) {
     try {
-        return parse(text, flags);
-    } catch (const ParserException& refusal) {
-        examineRefusal(text, refusal);
+        out = std::invoke(reader, model);
+    } catch (ParseResult reason) {
+        return reason;
     }
-    return {};
+    return Ok;
 }
 
-// What is written tells the two zeros apart.
-bool readsAs(const Value& expected, const std::string& text, unsigned flags) {
-    const auto value = read(text, flags);
-    return value && *value == expected && written(*value) == written(expected);
+const std::tuple<std::string, double, long long, unsigned long long, char16_t, Value, Array, Object> s_before{
+    "..", 0.5, 5, 5, u'\5', Value(0.5), {Value(0.5)}, {{"", Value(0.5)}}};
+
+std::string joined(const auto&... parts) {
+    return ((lexical_cast<std::string>(parts) + ' ') + ...);
 }
 
-void examine(const std::string& text, unsigned flags) {
-    if (const auto value = read(text, flags)) {
-        const Tokens tokens = tokensOf(text);
-        check(repeatsTypedKey(tokens) || readsAs(*value, written(*value), flags), "what is written reads the same");
-        check(flags != 0 || readsAs(*value, spread(tokens), flags), "white space between tokens changes nothing");
+// Each reader of the library and its model, from the place of the model on. `text` may go on where that of the model
+// ends.
+void examineReaders(const std::string& text, const Model& start) {
+    const unsigned flags = start.flags, depth = start.depth;
+    const auto compare = [&](const char* name, auto modelled, auto read, auto... context) {
+        using Out = std::decay_t<std::invoke_result_t<decltype(modelled), Model&>>;
+        Model model = start;
+        Out expected = std::get<Out>(s_before), came = expected;
+        Position position = text.begin() + static_cast<std::ptrdiff_t>(start.place);
+        const Position end = text.begin() + static_cast<std::ptrdiff_t>(start.text.size());
+        const ParseResult result = read(came, position, end, context...),
+                          reason = reasonOf(modelled, model, expected);
+        fuzz::checkEqual(joined(get_parse_result_description(result), position - text.begin(), Show()(came)),
+                         joined(get_parse_result_description(reason), model.place, Show()(expected)), name);
+    };
+    const auto append = [](Model& model) { return std::get<std::string>(s_before) + model.character(); };
+    const auto skip = [](Model& model) { return model.skip() ? std::get<double>(s_before) : 0; };
+    const auto skipSpace = [&](double&, Position& at, Position end) { return skip_whitespace(at, end, flags), Ok; };
+    compare("parse_bool", &Model::boolean, parse_bool, flags);
+    compare("parse_null", &Model::null, parse_null);
+    compare("parse_string", &Model::string, parse_string, flags);
+    compare("parse_string_char", append, parse_string_char);
+    compare("parse_hex4", &Model::hex4, parse_hex4);
+    compare("parse_number", &Model::number, parse_number, flags);
+    compare("parse_signed_integer", &Model::signedInteger, parse_signed_integer, flags);
+    compare("parse_unsigned_integer", &Model::unsignedInteger, parse_unsigned_integer, flags);
+    compare("parse_object", &Model::object, parse_object, flags, depth);
+    compare("parse_array", &Model::array, parse_array, flags, depth);
+    compare("parse_signed_array", &Model::signedArray, parse_signed_array, flags, depth);
+    compare("parse_unsigned_array", &Model::unsignedArray, parse_unsigned_array, flags, depth);
+    for (const std::string type : {"", "int8", "uint8"}) {
+        const auto typed = [&](Model& model) { return model.typed(type); };
+        compare("parse_typed_data", typed, std::bind_front(parse_typed_data, type), flags, depth);
+    }
+    compare("skip_whitespace", skip, skipSpace);
+}
+
+// A refusal is reported after the white space that follows it.
+void examineParse(const std::string& text, unsigned flags) {
+    Model model{text, flags};
+    Value value;
+    model.skip();
+    const ParseResult result = reasonOf(&Model::value, model, value);
+    model.skip();
+    const std::string before = text.substr(0, model.place), after = text.substr(model.place, 80);
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1, code = static_cast<long>(result);
+    const std::size_t column = before.size() - (before.rfind('\n') + 1), caret = std::min<std::size_t>(column, 80);
+    const std::string source = before.substr(before.size() - caret) + after.substr(0, after.find('\n'));
+    const std::string what = "JSON ParserException (E" + std::to_string(10'000 + code).substr(1) +
+                             "): " + s_sentences.at(result) + " (Line " + std::to_string(line) + ", Column " +
+                             std::to_string(column) + ")\n\t" + source + "\n\t" + std::string(caret, ' ') + '^';
+    const std::string refusal = joined(what.c_str(), code, before.size(), line, column, caret, source);
+    const std::string expected = code == 0 && after.empty() ? Show()(value) : refusal;
+    try {
+        fuzz::checkEqual(Show()(parse(text, flags)), expected, "parse");
+    } catch (const ParserException& e) {
+        fuzz::checkEqual(
+            joined(e.what(), static_cast<long>(e.result()), e.offset(), e.line(), e.column(), e.caret(), e.source()),
+            expected, "parse");
     }
 }
+
+// A host's locale may group digits.
+struct GroupsDigits : std::numpunct<char> {
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::locale s_former = std::locale::global(std::locale(std::locale::classic(), new GroupsDigits));
     const std::string text(data, data + size);
-    examine(text, 0);
-    examine(text, ALLOW_COMMENTS);
+    for (const unsigned flags : {0U, ALLOW_COMMENTS, ~ALLOW_COMMENTS}) {
+        examineParse(text, flags);
+        examineReaders(text, {text, flags});
+        examineReaders(text, {text, flags, 255, std::min<std::size_t>(size, 1)});
+        examineReaders(text, {std::string_view(text).substr(0, size - 1), flags});
+    }
     return 0;
 }

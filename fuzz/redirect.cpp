@@ -1,3 +1,5 @@
+#include <boost/locale/encoding_utf.hpp>
+#include <boost/locale/utf.hpp>
 #include <filesystem>
 
 #include "docroot_cache/DocrootCache.hpp"
@@ -12,12 +14,26 @@ struct Scene : fuzz::Host {
     Scene() {
         vorlan::closeSettings();
         for (const char* name : {"other", "in side\u3000", "\xFF\xC2", "help/one\ntwo", "help/guide/pages"}) {
-            folder.makeFolder(name);
+            write("vorlan/" + std::string(name) + "/");
         }
         std::filesystem::create_symlink("../other", root + "/link");
         std::filesystem::create_symlink("missing", root + "/dangling");
     }
 };
+
+// Bytes as UTF-16: the valid UTF-8 among them, and every other byte as a low surrogate of its own.
+fl::ustring widened(const std::string& bytes) {
+    using Utf8 = boost::locale::utf::utf_traits<char>;
+    fl::ustring wide;
+    for (auto place = bytes.begin(); place != bytes.end();) {
+        const auto start = place;
+        const bool isValid = boost::locale::utf::is_valid_codepoint(Utf8::decode(place, bytes.end()));
+        place = isValid ? place : start + 1;
+        wide += isValid ? boost::locale::conv::utf_to_utf<char16_t>(&*start, &*start + (place - start))
+                        : fl::ustring(1, static_cast<char16_t>(0xDC00 + static_cast<unsigned char>(*start)));
+    }
+    return wide;
+}
 
 // Where a docroot.txt of that text leads.
 std::string redirected(const std::string& text, const std::string& defaultRoot) {
@@ -44,7 +60,10 @@ std::string outcome(Read read) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Scene s_scene;
     const std::string text(data, data + size);
-    s_scene.folder.write("help/docroot.txt", text);
+    const fl::ustring wide = fl::i18n::to_ustring(text);
+    fuzz::check(wide == widened(text) && wide == fl::i18n::utf8_to_ustring(text), "text becomes UTF-16");
+    fuzz::check(fl::i18n::to_string(wide) == text, "text comes back from UTF-16");
+    s_scene.write("vorlan/help/docroot.txt", text);
     const std::string root = outcome([] { return fl::i18n::to_string(s_scene.cache.getInitialDocroot().native()); });
     fuzz::check(root == outcome([&] { return redirected(text, s_scene.root); }),
                 "a redirect leads to what its text names, and to the default root where that doesn't exist");

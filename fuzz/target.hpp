@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
 // Examines one input. Each target defines it; libFuzzer calls it with what it invents, the replay with files.
@@ -19,6 +20,14 @@ inline void check(bool holds, const char* property) {
     if (!holds) {
         std::fprintf(stderr, "broken property: %s\n", property);
         std::abort();
+    }
+}
+
+// Ends the process, showing both texts, unless they are equal.
+inline void checkEqual(const std::string& actual, const std::string& expected, const char* property) {
+    if (actual != expected) {
+        std::fprintf(stderr, "expected: %s\ncame:     %s\n", expected.c_str(), actual.c_str());
+        check(false, property);
     }
 }
 

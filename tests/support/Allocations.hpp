@@ -2,76 +2,75 @@
 
 #include <gtest/gtest.h>
 
-#include <exception>
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <new>
 #include <string>
 
-// Programs that link this have an operator new of their own, which counts, and fails when told to.
+// An operator new that counts blocks and can be made to fail: for one source file of a program.
 namespace support {
 
-// Blocks that operator new has given to any thread and that nobody has given back.
-long liveBlocks() noexcept;
+inline std::atomic<long> s_liveBlocks = 0;
 
-// After so many allocations of the calling thread that succeed one fails; if it is `lasting`, so does each behind it.
-void beginShortage(long successes, bool lasting) noexcept;
+inline thread_local long s_remaining = -1;  // allocations of the thread that still succeed; negative: unlimited
+inline thread_local bool s_lasting = false, s_failed = false;
 
-// All succeed again. Whether one has failed since the beginning.
-bool endShortage() noexcept;
+// Runs an operation, perhaps short of memory. Returns what() of the std::exception that it throws, or the empty text.
+using Attempt = std::function<std::string(const std::function<void()>&)>;
 
-// Runs operations under one shortage after the other.
-class Starvation {
-public:
-    // Each of `lasting` or single shortages, or none at all.
-    Starvation() = default;
-    explicit Starvation(bool lasting) : m_lasting(lasting), m_successes(0) {}
-
-    // The present shortage begins and ends.
-    void begin() const noexcept { beginShortage(m_successes, m_lasting); }
-    void end() noexcept { m_struck = endShortage(); }
-
-    // Runs the operation under the present shortage. Gives what() of the exception that comes out, or nothing.
-    template <class Operation>
-    std::string operator()(Operation operation) {
-        begin();
-        try {
-            operation();
-        } catch (const std::exception& e) {
-            end();
-            return e.what();
-        }
-        end();
+inline std::string attempt(long successes, const std::function<void()>& operation) {
+    s_failed = false;
+    s_remaining = successes;
+    try {
+        operation();
+        s_remaining = -1;
         return {};
+    } catch (const std::exception& e) {
+        s_remaining = -1;
+        return e.what();
     }
+}
 
-    // Goes on to the next shortage, which strikes one allocation later, unless the present one didn't strike.
-    bool next() noexcept {
-        ++m_successes;
-        return m_struck;
-    }
-
-private:
-    bool m_lasting = false;
-    bool m_struck = false;
-    long m_successes = -1;
-};
-
-// Runs `test` in plenty, and then under every shortage that strikes it: those of one allocation, then the lasting
-// ones. It is handed the starvation to run its operation with, and is to leave as many blocks as it found. Returns
-// how many struck.
-template <class Test>
-long starve(Test test) {
-    Starvation plenty;
-    test(plenty);  // what is made once and stays is made by now
-    long strikes = -2;
+// Calls `test` with unlimited memory, then fails each allocation of its attempt in turn, first alone, then together
+// with all later ones. `test` makes one attempt each time, on the thread it is called on. Expects every call but the
+// first to free the blocks that it allocates. Returns how many attempts ran out of memory.
+inline long failEachAllocation(const std::function<void(const Attempt&)>& test) {
+    long failures = -2;
+    test([](const auto& operation) { return attempt(-1, operation); });  // what is made once and kept is made now
     for (const bool lasting : {false, true}) {
-        Starvation starvation(lasting);
-        do {
-            const long before = liveBlocks();
-            test(starvation);
-            EXPECT_EQ(liveBlocks(), before);
-            ++strikes;
-        } while (!testing::Test::HasFailure() && starvation.next());
+        s_lasting = lasting;
+        s_failed = true;
+        for (long successes = 0; s_failed && !testing::Test::HasFailure(); ++successes, ++failures) {
+            const long before = s_liveBlocks;
+            test([successes](const auto& operation) { return attempt(successes, operation); });
+            EXPECT_EQ(s_liveBlocks, before) << "blocks lost or freed twice";
+        }
     }
-    return strikes;
+    return failures;
 }
 
 }  // namespace support
+
+// Not inlined: g++ would warn about free() on memory from operator new.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    using namespace support;
+    s_failed = s_failed || s_remaining == 0;
+    const bool fails = s_remaining == 0;
+    s_remaining -= s_remaining > 0 || (fails && !s_lasting) ? 1 : 0;
+    void* const memory = fails ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    s_liveBlocks.fetch_add(1, std::memory_order_relaxed);
+    return memory;
+}
+
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+    support::s_liveBlocks.fetch_sub(memory == nullptr ? 0 : 1, std::memory_order_relaxed);
+    std::free(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+    operator delete(memory);
+}

@@ -1,0 +1,144 @@
+#include <regex>
+
+#include "support/Allocations.hpp"
+#include "support/library.hpp"
+
+// What becomes of the library's operations when a call of the host fails, or when memory runs out, in the log as
+// well.
+namespace {
+
+const std::vector<Step> s_scene = {
+    withFile("vorlan/help/docroot.txt", "../../link"), withLink("other", "link"),
+    withFile("other/docCatalog/dataroot.txt"), withFile("other/in/a/doccenter.properties"),
+    withCatalogue("named.json", {named("a"), named("b"), named("c"), named("d"), named("e"), named("f"), named("g"),
+                                 named("h"), named("i"), named("j"), named("k"), named("l"), named("m")})};
+
+// Operations that ask the host, each with its answer as a text.
+std::string useRoots(const Host& host) {
+    Docroot docroot;  // whose setters change nothing, so that no events come
+    docroot.setDocroot(host.path("$T/other"));
+    docroot.setDocDataRoot(host.path("$T/other"));
+    return host.shown(docroot.getDocDataRoot()) + " " + host.shown(docroot.getDocroot());
+}
+
+std::string useCatalogue(const Host& host) {
+    const DocProductCacheManager& manager = DocProductCacheManager::getInstance();
+    manager.setDocsetJsonFile(host.path("$T/named.json"));
+    const auto collector = manager.getDocProductCache();
+    const auto product = collector->getProductInfo("b");
+    return std::to_string(collector->getInstalledTopLevelDocProducts()->size()) +
+           (product ? product->getDisplayName() : "none");
+}
+
+using Use = std::string (*)(const Host&);
+
+constexpr Use s_uses[] = {useRoots, useCatalogue};
+
+// Runs an operation on empty settings. Returns its answer, or "! " and what it threw.
+std::string outcome(Use use, const Host& host) {
+    vorlan::closeSettings();
+    vorlan::openSettings();
+    try {
+        return use(host);
+    } catch (const std::exception& e) {
+        return std::string("! ") + e.what();
+    } catch (int) {
+        return "! other type";
+    }
+}
+
+// What becomes of a std::exception from a call: the error that is logged before the operation goes on,
+// or nothing if it reaches the caller. The first pattern that matches a call counts.
+const std::pair<std::string, std::string> s_rules[] = {
+    {"Caught exception", "node vorlan.help.+|listen.*|exists .T/other/(in/|docCatalog/products).*"},
+    {"Error getting setting", "context|root|node.*"},
+    {"Error getting installed docroot", "support package root|exists .T/packages.*"},
+    {"Error while getting docroot", "install root"},
+    {"Error validating data root", "exists .T/other/docCatalog/dataroot.txt"},
+    {"", "(exists|canonical|get|set) .*"},
+};
+
+std::string ruleOf(const std::string& call) {
+    const auto matches = [&](const auto& rule) { return std::regex_match(call, std::regex(rule.second)); };
+    return std::find_if(std::begin(s_rules), std::end(s_rules), matches)->first;
+}
+
+constexpr std::pair<const char*, void (*)()> s_faults[] = {
+    {"exception", s_broken}, {"other type", [] { throw 7; }}, {"nothing", [] { throw Nothing(); }}};
+
+// The calls, each once and without the value that it sets.
+std::set<std::string> kindsOf(const std::string& calls) {
+    std::istringstream lines(calls);
+    std::set<std::string> kinds;
+    for (std::string call; std::getline(lines, call);) {
+        kinds.insert(call.substr(0, call.find('=')));
+    }
+    return kinds;
+}
+
+TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
+    Host host(s_scene);
+    RecordLog log(maskOf(level::error));
+    long count = 0;
+    for (const Use use : s_uses) {
+        outcome(use, host);  // builds the singletons
+        host.calls();
+        const std::string healthy = outcome(use, host);
+        for (const std::string& call : kindsOf(host.calls())) {
+            for (const auto& [fault, strike] : s_faults) {
+                for (const bool always : {false, true}) {
+                    SCOPED_TRACE(call + ", " + fault + (always ? ", always" : ", once"));
+                    int strikes = 0;
+                    host.on(call, [&, strike = strike] { ++strikes == 1 || always ? strike() : void(); });
+                    const std::string answer = outcome(use, host), records = log.take();
+                    host.on({});
+                    const std::string logged = fault == s_faults[0].first ? ruleOf(call) : "";
+                    const bool isThrown = logged.empty() && fault != s_faults[2].first;
+                    EXPECT_EQ(answer.starts_with("!"), isThrown) << answer;
+                    EXPECT_EQ(records.find(logged + ": broken") == std::string::npos, logged.empty()) << records;
+                    EXPECT_GT(strikes, 0);
+                    EXPECT_EQ(outcome(use, host), healthy);
+                    ++count;
+                }
+            }
+        }
+    }
+    EXPECT_GE(count, 200);
+}
+
+TEST(Faults, OfMemoryEndInBadAllocOrAnErrorThatSaysSo) {
+    Host host(s_scene);
+    long count = 0, failedRecords = 0, refusals = 0;
+    std::cerr.rdbuf(nullptr);
+    for (const std::uint32_t levels : {~0U, maskOf(level::error)}) {
+        RecordLog log(levels);
+        auto docroot = std::make_unique<Docroot>();
+        host.set("DocRoot", "/a");  // an event, so that the thread that delivers them exists and has logged
+        docroot.reset();
+        for (const Use use : s_uses) {
+            outcome(use, host);  // builds the singletons
+            log.take();
+            const std::string expected = outcome(use, host) + log.take();
+            count += failEachAllocation([&](const Attempt& attempt) {
+                vorlan::closeSettings();
+                vorlan::openSettings();
+                std::string answer;
+                const std::string thrown = attempt([&] { answer = use(host); });
+                const bool isSaid = log.take().find("std::bad_alloc") != std::string::npos;
+                EXPECT_TRUE(thrown == "std::bad_alloc" || thrown.starts_with("Error while parsing ") || isSaid ||
+                            expected.starts_with(answer))
+                    << thrown << answer;
+                refusals += thrown.starts_with("Error while parsing ") ? 1 : 0;
+                EXPECT_EQ(outcome(use, host) + log.take(), expected);
+                vorlan::waitForEvents();
+                host.calls();
+            });
+        }
+        failedRecords += log.failures();
+    }
+    EXPECT_GE(refusals, 100);
+    EXPECT_GE(failedRecords, 500);
+    EXPECT_GE(count, 5000);
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <boost/log/sources/record_ostream.hpp>
+#include <future>
+#include <locale>
+#include <thread>
+
+#include "fl/i18n.hpp"
+#include "foundation/diagnostic.hpp"
+#include "foundation/function_trace.hpp"
+#include "foundation/log/logger_parts.hpp"
+#include "foundation/record_composer.hpp"
+#include "foundation/text_file.hpp"
+#include "support/Host.hpp"
+
+namespace {
+
+using foundation::log::utf16_piece;
+using enum foundation::log::level;
+using support::maskOf, support::RecordLog;
+using Logger = foundation::log::basic_diagnostic_logger<char>;
+
+const std::string s_name = "doc_products_shared";
+
+Logger s_logger(s_name);
+
+// The last crosses the end of any buffer within a character.
+const fl::ustring s_texts[] = {u"a\xD83D", u"\xDE00z", u"\xDC80\xDCFF",
+                               u"\xD800\xDC00\xDBFF\xDFFF\xD800\xDFFF\xDBFF\xDC00",
+                               fl::ustring(1, u'a').append(1000, u'\u20AC')};
+
+const auto s_core = boost::log::core::get();
+
+// A locale with a word of its own for true, and with "_" and all bytes of 0x80 and above among the spaces.
+struct OtherWords : std::numpunct<char> {
+    std::string do_truename() const override { return "wahr"; }
+};
+struct OtherSpaces : std::ctype<char> {
+    OtherSpaces() : std::ctype<char>(s_table) {
+        std::copy_n(classic_table(), table_size, s_table);
+        std::fill(s_table + 0x80, s_table + table_size, s_table[+'_'] = space);
+    }
+    static inline mask s_table[table_size];
+};
+const std::locale s_other(std::locale(std::locale::classic(), new OtherWords), new OtherSpaces);
+
+TEST(Trimmer, AsksTheGlobalLocaleButNeverTakesABytePastAscii) {
+    std::locale::global(s_other);
+    const foundation::trimmer trim;
+    std::locale::global(std::locale::classic());
+    std::string text = "_ \x80_a_";
+    trim(text);
+    EXPECT_EQ(text, "\x80_a");
+}
+
+TEST(Diagnostic, WritesItsPiecesInOrderAndInNoLocalesWords) {
+    RecordLog log(maskOf(note));
+    std::locale::global(s_other);
+    const fl::ustring value = u"/a\u00E9";
+    DIAGNOSTIC(note, std::string("a"), " is ", fl::filesystem::upath(value), " or ", utf16_piece{value}, true, false);
+    EXPECT_EQ(log.take(), "note: a is /a\u00E9 or /a\u00E9truefalse\n");
+    for (const fl::ustring& text : s_texts) {
+        DIAGNOSTIC(note, text, utf16_piece{text});
+        EXPECT_EQ(log.take(), "note: " + fl::i18n::to_string(text) + fl::i18n::to_string(text) + "\n");
+    }
+}
+
+TEST(Diagnostic, EvaluatesItsPiecesForARecordAndDropsItIfOneFails) {
+    RecordLog log(maskOf(error));
+    int evaluated = 0;
+    const auto piece = [&] { return std::string(++evaluated == 1 ? "first" : "later"); };
+    DIAGNOSTIC(note, piece());
+    s_core->set_filter([](const auto&) { return false; });
+    DIAGNOSTIC(error, piece());
+    s_core->reset_filter();
+    s_core->set_logging_enabled(false);
+    DIAGNOSTIC(error, piece());
+    s_core->set_logging_enabled(true);
+    DIAGNOSTIC(error, piece());
+    EXPECT_THROW(DIAGNOSTIC(error, piece(), piece().substr(9)), std::out_of_range);
+    EXPECT_EQ(log.take(), "error: first\n");
+}
+
+TEST(Diagnostic, LocksTheLoggerOnlyWhileARecordIsOpened) {
+    RecordLog log(maskOf(note));
+    const auto isFree = [] {
+        return std::async([] { return std::unique_lock(s_logger.parts().lock, std::try_to_lock).owns_lock(); }).get();
+    };
+    s_core->set_filter([&](const auto&) { return !isFree(); });
+    DIAGNOSTIC(note, isFree());
+    s_core->reset_filter();
+    EXPECT_EQ(log.take(), "note: true\n");
+}
+
+TEST(Logger, StartsWithTheMaskOfItsName) {
+    vorlan::setLevelMask("early", maskOf(note));
+    const Logger early("early"), unset("unset");
+    vorlan::setLevelMask("early", maskOf(detail));
+    EXPECT_TRUE(early.enabled(detail) && unset.enabled(error));
+    EXPECT_FALSE(early.enabled(error) || unset.enabled(note) || unset.enabled(detail) || unset.enabled(enter));
+}
+
+struct Cleanup {
+    ~Cleanup() {
+        FUNCTION_TRACE("cleanup");
+        vorlan::setLevelMask(s_name, maskOf(note));
+    }
+};
+
+void leave() {
+    FUNCTION_TRACE("left");
+    s_core->set_logging_enabled(true);
+    std::thread([] { DIAGNOSTIC(note, "a depth of its own"); }).join();
+    const Cleanup cleanup;
+    throw 7;
+}
+
+// The level counts at the construction alone, and the depth also while the core takes no records.
+TEST(FunctionTrace, CountsDepthAndMarksTheExceptionThatLeavesItsScope) {
+    RecordLog log(maskOf(note));
+    try {
+        FUNCTION_TRACE("untraced");
+        vorlan::setLevelMask(s_name, maskOf(enter, exit, note));
+        DIAGNOSTIC(note, "depth unchanged");
+        s_core->set_logging_enabled(false);
+        leave();
+    } catch (int) {
+        DIAGNOSTIC(note, "back");
+    }
+    EXPECT_EQ(log.take(),
+              "note: depth unchanged\nnote: a depth of its own\n  > cleanup\n  < cleanup\n"
+              "< left [throw]\nnote: back\n");
+}
+
+}  // namespace
