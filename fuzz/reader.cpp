@@ -1,8 +1,8 @@
 #include <boost/locale/encoding_utf.hpp>
+#include <boost/regex.hpp>
 #include <functional>
 #include <locale>
 #include <optional>
-#include <regex>
 
 #include "fuzz/target.hpp"
 #include "json/ParserException.hpp"
@@ -170,7 +170,7 @@ struct Model {
     }
 
     Object object() {
-        static const std::regex s_types("u?int(8|16|32|64)");
+        static const boost::regex s_types("u?int(8|16|32|64)");
         Object members;
         std::string type;
         std::optional<Model> data;  // at the data that no type has settled yet
@@ -180,7 +180,7 @@ struct Model {
             data = key == "zqdata" ? *this : data;
             const Value read = key == "zqdata" ? typed(type) : value();
             if (key == "zqtype" && read.storage().which() == 4) {
-                type = std::regex_match(read.get<std::string>(), s_types) ? read.get<std::string>() : type;
+                type = boost::regex_match(read.get<std::string>(), s_types) ? read.get<std::string>() : type;
                 if (data && !type.empty()) {
                     members["zqdata"] = data->typed(type);
                     data.reset();

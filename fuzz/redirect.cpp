@@ -18,6 +18,7 @@ struct Scene : fuzz::Host {
         }
         std::filesystem::create_symlink("../other", root + "/link");
         std::filesystem::create_symlink("missing", root + "/dangling");
+        std::filesystem::current_path(root + "/..");  // relative names aren't counted from there
     }
 };
 

@@ -12,7 +12,8 @@ namespace {
 // the exit status in brackets unless it is 0.
 using Row = std::pair<std::string, std::string>;
 
-// Runs $TYPED and writes its answer to $T/answer. TIME replaces any time of today in UTC.
+// Runs $TYPED and writes its answer to $T/answer. TIME replaces any time of today in UTC, while
+// local time is a day ahead.
 const char* const s_script = R"(exec > "$T/answer"; IFS=; export TZ=LOC-24; day=$(date -u +%F)
 { eval "$TYPED"; } 2> $T/errors; end=$?
 sed 's/^/2| /' $T/errors; [ $end = 0 ] || echo "[$end]"
@@ -44,8 +45,10 @@ TEST_F(Command, DoesWhatItsOptionsSay) {
     const std::string options = "--install-root --support-package-root --doc-root --doc-data-root --catalogue --log ";
     const std::string statuses = "0 done 1 failure 2 wrong 3 malformed 4 nothing\n";
     const std::string kinds = " --install-root '' 2>&1 > /dev/null | cut -c 22-28 | grep '^ [a-z]' | sort -u | xargs";
+    const std::string home = std::filesystem::canonical(COMMAND).parent_path().parent_path();
     const std::string record = "2| TIME  error   doc_products_shared: VORLAN Root is empty\n";
     expect({
+        {"roots", roots(home + "/help", home + "/help")},
         {"--version", "docproducts " VERSION "\n"},
         {names, "--help --version " + options + "roots list find " + statuses},
         {"list " + names, "--help " + options + "--all " + statuses},
@@ -93,10 +96,10 @@ TEST_F(Command, ShowsAlikeProductsAndForeignBytes) {
          "\\x1b[1mA\\xc2\\x9f\u00A0  e\u0301           \\x1f       ~\\x7f   vorlan    installed\n"
          "\\x80-\\x0a\U0010FFFF\U00010000        \U0001D167            🦉         茶      é         not found\n"
          "1 of 2 products installed\n"},
-        {"list --install-root $T/h* --catalogue $T/alike.json --log trace 2>&1 > /dev/null | LC_ALL=C "
+        {"list --install-root \"$T\"/h* --catalogue $T/alike.json --log trace 2>&1 > /dev/null | LC_ALL=C "
          "sed -E 's/^[0-9TZ:-]+  [a-z]+ +doc_products_shared: [^[:cntrl:]]*$/record/' | sort -u",
          "record\n"},
-        {"roots --install-root $T/h* --log note 2>&1 | grep -o 't docroot to .*'",
+        {"roots --install-root \"$T\"/h* --log note 2>&1 | grep -o 't docroot to .*'",
          "t docroot to \\x1b\\x00\\x7f\\xc2\\x85\\xff-\n"},
     });
 }
@@ -110,23 +113,19 @@ TEST_F(Command, RefusesWithAStatusAndAReason) {
         {"", "2| One of the commands roots, list and find is required" + hint},
         {"rot", "2| The following argument was not expected: rot" + hint},
         {"roots list", "2| The following argument was not expected: list" + hint},
-        {"roots --all", "2| The following argument was not expected: --all" + hint},
         {"roots --log loud", "2| --log: loud not in {off,error,note,detail,trace}" + hint},
-        {"roots --log", "2| --log: 1 required LEVEL:{off,error,note,detail,trace} missing" + hint},
         {"find", "2| NAME is required" + hint},
         {"list --catalogue $(printf 'no\\033')", "2| --catalogue: File does not exist: no\\x1b" + hint},
         {"list --catalogue /dev/null", "2| --catalogue: No regular file: /dev/null" + hint},
-        {"--catalogue vorlan roots", "2| --catalogue: File is actually a directory: vorlan" + hint},
         {"list --doc-root a --doc-data-root $T",
          "2| TIME  error   doc_products_shared: $T/docset.json does not exist\n"
          "2| There is no catalogue. Looked at:\n"
          "2| preferred file             (none named by --catalogue)\n"
          "2| in the documentation root  a/docset.json\n"
          "2| in the data root           $T/docset.json\n[4]\n"},
-        {"find list --install-root vorlan", "2| No product has the name \"list\"\n[4]\n"},
         {"--install-root vorlan find -- -$(printf '\\n\\302\\233')",
          "2| No product has the name \"-\\x0a\\xc2\\x9b\"\n[4]\n"},
-        {"find x --log trace --catalogue $T/c*.json 2> $T/all; echo $?; tail -n 2 $T/all",
+        {"find x --log trace --catalogue \"$T\"/c*.json 2> $T/all; echo $?; tail -n 2 $T/all",
          "3\ninvalid conversion: undefined to object\nError while parsing $T/c\\x1b.json\n"},
         {"list --install-root vorlan > /dev/full", full},
         {"--help > /dev/full", full},

@@ -1,4 +1,4 @@
-#include <regex>
+#include <boost/regex.hpp>
 
 #include "support/Allocations.hpp"
 #include "support/library.hpp"
@@ -15,10 +15,11 @@ const std::vector<Step> s_scene = {
 
 // Operations that ask the host, each with its answer as a text.
 std::string useRoots(const Host& host) {
-    Docroot docroot;  // whose setters change nothing, so that no events come
+    Docroot docroot;  // whose setters change nothing where nothing fails, so that no events come
+    const std::string first = host.shown(docroot.getDocroot()) + " ";
     docroot.setDocroot(host.path("$T/other"));
     docroot.setDocDataRoot(host.path("$T/other"));
-    return host.shown(docroot.getDocDataRoot()) + " " + host.shown(docroot.getDocroot());
+    return first + host.shown(docroot.getDocDataRoot()) + " " + host.shown(docroot.getDocroot());
 }
 
 std::string useCatalogue(const Host& host) {
@@ -31,8 +32,6 @@ std::string useCatalogue(const Host& host) {
 }
 
 using Use = std::string (*)(const Host&);
-
-constexpr Use s_uses[] = {useRoots, useCatalogue};
 
 // Runs an operation on empty settings. Returns its answer, or "! " and what it threw.
 std::string outcome(Use use, const Host& host) {
@@ -55,11 +54,11 @@ const std::pair<std::string, std::string> s_rules[] = {
     {"Error getting installed docroot", "support package root|exists .T/packages.*"},
     {"Error while getting docroot", "install root"},
     {"Error validating data root", "exists .T/other/docCatalog/dataroot.txt"},
-    {"", "(exists|canonical|get|set) .*"},
+    {"", ".*"},
 };
 
 std::string ruleOf(const std::string& call) {
-    const auto matches = [&](const auto& rule) { return std::regex_match(call, std::regex(rule.second)); };
+    const auto matches = [&](const auto& rule) { return boost::regex_match(call, boost::regex(rule.second)); };
     return std::find_if(std::begin(s_rules), std::end(s_rules), matches)->first;
 }
 
@@ -80,7 +79,7 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
     Host host(s_scene);
     RecordLog log(maskOf(level::error));
     long count = 0;
-    for (const Use use : s_uses) {
+    for (const Use use : {useRoots, useCatalogue}) {
         outcome(use, host);  // builds the singletons
         host.calls();
         const std::string healthy = outcome(use, host);
@@ -95,6 +94,9 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
                     const std::string logged = fault == s_faults[0].first ? ruleOf(call) : "";
                     const bool isThrown = logged.empty() && fault != s_faults[2].first;
                     EXPECT_EQ(answer.starts_with("!"), isThrown) << answer;
+                    EXPECT_TRUE(logged.empty() || call == "install root" ||
+                                answer == (call.find("/in/a/") < call.size() ? "0 b " : healthy))
+                        << answer;
                     EXPECT_EQ(records.find(logged + ": broken") == std::string::npos, logged.empty()) << records;
                     EXPECT_GT(strikes, 0);
                     EXPECT_EQ(outcome(use, host), healthy);
@@ -115,7 +117,7 @@ TEST(Faults, OfMemoryEndInBadAllocOrAnErrorThatSaysSo) {
         auto docroot = std::make_unique<Docroot>();
         host.set("DocRoot", "/a");  // an event, so that the thread that delivers them exists and has logged
         docroot.reset();
-        for (const Use use : s_uses) {
+        for (const Use use : {useRoots, useCatalogue}) {
             outcome(use, host);  // builds the singletons
             log.take();
             const std::string expected = outcome(use, host) + log.take();
@@ -126,7 +128,7 @@ TEST(Faults, OfMemoryEndInBadAllocOrAnErrorThatSaysSo) {
                 const std::string thrown = attempt([&] { answer = use(host); });
                 const bool isSaid = log.take().find("std::bad_alloc") != std::string::npos;
                 EXPECT_TRUE(thrown == "std::bad_alloc" || thrown.starts_with("Error while parsing ") || isSaid ||
-                            expected.starts_with(answer))
+                            (thrown.empty() && expected.starts_with(answer)))
                     << thrown << answer;
                 refusals += thrown.starts_with("Error while parsing ") ? 1 : 0;
                 EXPECT_EQ(outcome(use, host) + log.take(), expected);

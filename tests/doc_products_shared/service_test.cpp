@@ -43,7 +43,7 @@ TEST(Service, DropsAnEventThatFails) {
         for (const std::string call : {"parent", "get", "set"}) {
             host.on(call, s_broken);
             change(host, setting, "/" + call);
-            EXPECT_EQ(log.take(), "error: Error handling settings change event: broken\n") << call;
+            EXPECT_EQ(log.take(), "error: Error handling settings change event: broken\n") << setting << call;
         }
         host.on("parent", [] { throw Nothing(); });
         change(host, setting, "/ignored");
@@ -108,6 +108,7 @@ TEST(Service, TracesEveryOperationFromEntryToExit) {
     Strings open;  // the scopes, with their depth
     std::istringstream lines(log.take());
     EXPECT_EQ(lines.str().find("> static Docroot &"), 0U);
+    EXPECT_LT(lines.str().find("::Docroot::getDocroot"), lines.str().find("::Docroot::getDocDataRoot"));
     for (std::string line; std::getline(lines, line);) {
         const std::size_t mark = line.find_first_of("<>");
         const bool isEntry = std::exchange(line[mark], ' ') == '>';

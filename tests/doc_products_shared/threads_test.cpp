@@ -51,7 +51,7 @@ TEST(Threads, DoAnythingAtOnceAndComeToRestInAgreement) {
     std::vector<std::jthread> threads;
     for (unsigned number = 1; number <= 8; ++number) {
         threads.emplace_back([&operations, random = std::minstd_rand(number)]() mutable {
-            for (int turn = 0; turn < 25'000; ++turn, ++operations) {
+            while (operations++ < 200'000) {
                 const Path path(fl::ustring(1 + random() % 3, u'n'));  // nothing is there
                 s_operations[random() % std::size(s_operations)](path);
             }
@@ -63,7 +63,6 @@ TEST(Threads, DoAnythingAtOnceAndComeToRestInAgreement) {
     vorlan::waitForEvents();
     EXPECT_EQ(vorlan::settingAt(s_docRoot, "session"), root.native());
     EXPECT_EQ(vorlan::settingAt(s_docDataRoot, "session"), dataRoot.native());
-    EXPECT_GE(operations, 200'000);
     EXPECT_GE(vorlan::deliveredEvents(), 1000U);
 }
 

@@ -2,7 +2,7 @@
 
 namespace {
 
-TEST(Roots, AreSoughtInOrderAndNoFurtherThanTheSettings) {
+TEST(Roots, AreSoughtInOrderUntilASettingHoldsThem) {
     Host host({withFile("marked/docCatalog/dataroot.txt")});
     DocrootCache cache;
     const std::string node = "context\nroot\nnode vorlan.help\n", getRoot = node + "get DocRoot @\n",
@@ -33,6 +33,8 @@ TEST(Roots, AreSoughtInOrderAndNoFurtherThanTheSettings) {
     cache.setDocDataRoot(host.path("/none"));
     cache.setDocroot(host.path("/unmarked"));
     EXPECT_EQ(host.shown(cache.getDocroot()) + host.shown(cache.getDocDataRoot()), "/unmarked/none");
+    host.set("DocDataRoot", "");
+    EXPECT_EQ(host.shown(cache.getInitialDocDataRoot()), "$T/vorlan/help");
     host.calls();
     cache.writeSetting("DocRoot", {});
     EXPECT_TRUE(cache.readSetting("DocRoot").empty());
@@ -56,14 +58,11 @@ TEST(Roots, KeepWhatWasStoredBeforeAFailure) {
     EXPECT_EQ(host.shown(cache.getDocroot()) + host.shown(cache.getDocDataRoot()), "/unmarked$T/vorlan/help");
 }
 
-TEST(Roots, AreRelativeBelowAnEmptyRoot) {
+TEST(Roots, AreSoughtBelowTheWorkingFolderWithoutASupportPackageRoot) {
     Host host({withSetting("DocDataRoot", "/factory", "factory"), withFile("help/index.html")});
-    std::filesystem::current_path(host.folder());
     vorlan::setSupportPackageRoot({});
-    vorlan::setInstallRoot({});
     DocrootCache cache;
     EXPECT_EQ(host.shown(cache.getDocroot()) + " " + host.shown(cache.getDocDataRoot()), "help /factory");
-    EXPECT_EQ(host.shown(cache.getDefaultDocroot()), "help");
 }
 
 const Step s_redirect = withFile("vorlan/help/docroot.txt", "\t/missing\n");
@@ -92,6 +91,9 @@ const std::pair<std::vector<Step>, std::string> s_logs[] = {
      "note: spRoot exists true\nnote: installedDocFile $T/packages/help/index.html\n"
      "note: index.html file exists, returning installedDocRoot $T/packages/help\n"
      "note: Returning installedDocRoot $T/packages/help\n"},
+    {{withFile("vorlan/help/docroot.txt", " \n")}, "note: Default docroot redirected to $T/vorlan/help\n"},
+    {{[](Host& host) { host.on("root", s_broken); }},
+     "begin\nerror: Error getting setting: broken\nnote: DocRoot setting is empty, return empty upath\n"},
     {{withSetting("DocRoot", "/r")},
      "note: Returning setting /r\nnote: path /r\nnote: Returning docRootFromSetting /r\n"},
     {{withSetting("DocDataRoot", "/d")}, "note: path /d\nnote: Returning docDataRootFromSetting /d\n"},

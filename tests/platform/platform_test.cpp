@@ -37,11 +37,6 @@ TEST(Path, BecomesCanonicalIfItExists) {
     }
 }
 
-TEST(InstallRoot, IsAboveTheProgramsFolderUntilItIsSet) {
-    const auto program = std::filesystem::canonical("/proc/self/exe");
-    EXPECT_EQ(fl::i18n::to_string(fl::filesystem::get_install_path()), program.parent_path().parent_path());
-}
-
 const std::string s_name = "group.name";
 
 const auto root = [] {
@@ -69,7 +64,7 @@ TEST(Settings, AnswerWithTheHighestLevelAndRaiseEventsForChangesOfTheAnswer) {
         EXPECT_EQ(group->get<fl::ustring>("name", ""), answer);
         EXPECT_EQ(group->get<fl::ustring>("name", level), value.value_or(u""));
         EXPECT_EQ(vorlan::settingAt(s_name, level), value);
-        EXPECT_EQ(vorlan::deliveredEvents(), events += std::exchange(former, answer) == answer ? 0 : 1);
+        EXPECT_EQ(vorlan::deliveredEvents(), events += std::exchange(former, answer) == answer ? 0 : 1) << level;
     }
     EXPECT_EQ(group->getParent()->getFullName(), "");
     EXPECT_EQ(group->getParent()->getParent(), nullptr);

@@ -44,7 +44,7 @@ inline long failEachAllocation(const std::function<void(const Attempt&)>& test) 
         for (long successes = 0; s_failed && !testing::Test::HasFailure(); ++successes, ++failures) {
             const long before = s_liveBlocks;
             test([successes](const auto& operation) { return attempt(successes, operation); });
-            EXPECT_EQ(s_liveBlocks, before) << "blocks lost or freed twice";
+            EXPECT_EQ(s_liveBlocks, before) << "blocks lost or freed twice after " << successes << lasting;
         }
     }
     return failures;

@@ -8,8 +8,6 @@
 
 namespace {
 
-using support::level;
-
 bool isLoaded() {
     void* const library = dlopen("libdocproducts.so.1", RTLD_NOW | RTLD_NOLOAD);
     return library != nullptr && dlclose(library) == 0;
