@@ -98,7 +98,6 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
                                 answer == (call.find("/in/a/") < call.size() ? "0 b " : healthy))
                         << answer;
                     EXPECT_EQ(records.find(logged + ": broken") == std::string::npos, logged.empty()) << records;
-                    EXPECT_GT(strikes, 0);
                     EXPECT_EQ(outcome(use, host), healthy);
                     ++count;
                 }

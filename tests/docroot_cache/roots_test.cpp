@@ -4,6 +4,7 @@ namespace {
 
 TEST(Roots, AreSoughtInOrderUntilASettingHoldsThem) {
     Host host({withFile("marked/docCatalog/dataroot.txt")});
+    std::filesystem::current_path(host.folder());
     DocrootCache cache;
     const std::string node = "context\nroot\nnode vorlan.help\n", getRoot = node + "get DocRoot @\n",
                       getDataRoot = node + "get DocDataRoot @\n",
@@ -60,6 +61,7 @@ TEST(Roots, KeepWhatWasStoredBeforeAFailure) {
 
 TEST(Roots, AreSoughtBelowTheWorkingFolderWithoutASupportPackageRoot) {
     Host host({withSetting("DocDataRoot", "/factory", "factory"), withFile("help/index.html")});
+    std::filesystem::current_path(host.folder());
     vorlan::setSupportPackageRoot({});
     DocrootCache cache;
     EXPECT_EQ(host.shown(cache.getDocroot()) + " " + host.shown(cache.getDocDataRoot()), "help /factory");
@@ -102,6 +104,7 @@ const std::pair<std::vector<Step>, std::string> s_logs[] = {
 TEST(Roots, LogHowTheyAreFound) {
     for (const auto& [scene, expected] : s_logs) {
         const Host host(scene);
+        std::filesystem::current_path(host.folder() / "vorlan/help");  // a redirect isn't counted from there
         RecordLog log(maskOf(level::note, level::error));
         const DocrootCache cache;
         EXPECT_THAT(host.shorten("begin\n" + log.take() + "end\n"), testing::HasSubstr(expected));

@@ -48,7 +48,6 @@ public:
 
     explicit Host(const std::vector<std::function<void(Host&)>>& scene = {}) {
         write("vorlan/help/");
-        std::filesystem::current_path(m_folder);
         vorlan::closeSettings();
         vorlan::openSettings();
         vorlan::setInstallRoot(path("$T/vorlan").native());
