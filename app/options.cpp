@@ -26,7 +26,7 @@ std::string regularFile(const std::string& name) {
     return std::filesystem::is_regular_file(name) ? "" : "No regular file: " + name;
 }
 
-// Options of the main command and of every subcommand alike, so that they may stand before and behind its name.
+// Options of the main command and of every subcommand, so they may be given before or after the subcommand.
 void addSharedOptions(CLI::App& app, Options& options) {
     const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
         return app.add_option(name, value, text)->type_name(type)->take_last();

@@ -5,7 +5,7 @@
 #include "doc_products_shared/TopLevelDocProduct.hpp"
 #include "foundation/basic_path.hpp"
 
-// The least that two operations of the library can do, behind a library's edge as the operations are.
+// The minimum that two operations of the library must do, in a shared library of their own as the operations are.
 namespace bench {
 
 // Keeps products by name; find then copies the pointer of one.

@@ -21,19 +21,19 @@ namespace {
 const std::map<ParseResult, std::string> s_sentences = {
     {Ok, "Parse incomplete"},
     {InvalidUnicodeEscape,
-     "Invalid \\u escape: four hexadecimal digits are needed, and a second \\u escape behind a high surrogate"},
-    {InvalidEscape, "Invalid escape: nothing is known under the character behind the backslash"},
+     "Invalid \\u escape: four hexadecimal digits are needed, and a second \\u escape after a high surrogate"},
+    {InvalidEscape, "Invalid escape: only \" \\ / b f n r t u may follow a backslash"},
     {ExpectedString, "Expected a value, or a key in double quotes"},
     {ExpectedDigit, "Expected a digit"},
-    {ExpectedFractionDigit, "Expected a digit behind the decimal point"},
+    {ExpectedFractionDigit, "Expected a digit after the decimal point"},
     {ExpectedExponentDigit, "Expected a digit in the exponent"},
     {ExpectedArray, "Expected an array"},
-    {ExpectedArrayDelimiter, "Expected \",\" or \"]\" behind an array element"},
-    {ExpectedObjectDelimiter, "Expected \",\" or \"}\" behind an object member"},
-    {ExpectedColon, "Expected \":\" behind a key"},
+    {ExpectedArrayDelimiter, "Expected \",\" or \"]\" after an array element"},
+    {ExpectedObjectDelimiter, "Expected \",\" or \"}\" after an object member"},
+    {ExpectedColon, "Expected \":\" after a key"},
     {UnexpectedEnd, "The text ends too early"},
     {InvalidInteger, "Expected an integer as the element of a typed array"},
-    {NestingTooDeep, "Arrays and objects are nested too deeply"},
+    {NestingTooDeep, "Arrays and objects are nested more than 256 deep"},
 };
 
 // An independent reader, as plain as possible. Each function leaves the cursor at `place` and throws the reason of a

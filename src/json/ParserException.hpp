@@ -11,12 +11,12 @@ namespace foundation::json {
 // What parse throws for a text that it refuses. Finds the line and column of the failure, cuts the piece of the text
 // around it, and says both in a message of three lines, the last of them without a line feed:
 //
-//     JSON ParserException (E0015): Expected "," or "]" behind an array element (Line 1, Column 3)
+//     JSON ParserException (E0015): Expected "," or "]" after an array element (Line 1, Column 3)
 //     <tab>[1 2]
 //     <tab>   ^
 //
 // All counting is in bytes, and only the line feed 0x0A ends a line: a carriage return stays in the piece. A tab or a
-// byte of a multi-byte character counts as one, so behind such a byte the caret may stand beside its target. Owns
+// byte of a multi-byte character counts as one, so after such a byte the caret may stand beside its target. Owns
 // everything that it tells, so it outlives the text.
 class ParserException : public std::runtime_error {
 public:
@@ -40,7 +40,7 @@ public:
     // Where the failure stands in source(): the column, but at most 80.
     std::size_t caret() const noexcept { return m_caret; }
 
-    // The piece of the line from at most 80 bytes before the failure to at most 80 bytes behind it, without a line
+    // The piece of the line from at most 80 bytes before the failure to at most 80 bytes after it, without a line
     // feed. Empty for a failure on an empty line.
     const std::string& source() const noexcept { return m_source; }
 

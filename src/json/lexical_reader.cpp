@@ -89,17 +89,17 @@ ParseResult parse_second_unit(char16_t& out, Position& position, Position end) {
 
 // The cursor stays on the backslash until the whole escape has been read, so that every failure is reported there.
 ParseResult parse_unicode_escape(std::string& buffer, Position& position, Position end) {
-    Position behind = position + 2;
+    Position ahead = position + 2;
     std::array<char16_t, 2> units{};
     int count = 1;
-    ParseResult result = parse_hex4(units[0], behind, end);
+    ParseResult result = parse_hex4(units[0], ahead, end);
     if (result == ParseResult::Ok && is_high_surrogate(units[0])) {
         count = 2;
-        result = parse_second_unit(units[1], behind, end);
+        result = parse_second_unit(units[1], ahead, end);
     }
     if (result == ParseResult::Ok) {
         buffer += detail::u16_to_u8(units.data(), count);
-        position = behind;
+        position = ahead;
     }
     return result;
 }
@@ -132,13 +132,13 @@ ParseResult expect_digit(ParseResult otherwise, Position& position, Position end
     return ParseResult::Ok;
 }
 
-// Stops behind a leading zero, so that a point may follow it at once; further digits are left to the fraction.
+// Of a leading zero reads that zero alone: the fraction then takes a point, or further digits.
 ParseResult scan_integer_part(Position& position, Position end) {
     accept('-', position, end);
     return accept('0', position, end) ? ParseResult::Ok : expect_digit(ParseResult::ExpectedDigit, position, end);
 }
 
-// Also takes the digits behind a leading zero, where no point may follow them any more.
+// Without a point, takes the digits after a leading zero ("007"); no point may follow those.
 ParseResult scan_fraction(Position& position, Position end) {
     if (accept('.', position, end)) {
         return expect_digit(ParseResult::ExpectedFractionDigit, position, end);

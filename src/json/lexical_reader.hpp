@@ -9,14 +9,14 @@
 #include "json/scan.hpp"
 
 // The token level of the reader: white space, strings, numbers and literals. Each reader takes its result object, the
-// cursor, the end of the text and the flags of parse. On success the cursor stands behind the token, and nothing
+// cursor, the end of the text and the flags of parse. On success the cursor is after the token, and nothing
 // looks at the byte there; on failure the result object is untouched. Where the cursor stands after a failure is told
 // at each reader: a value picks its failure by it, and it is what the user is shown. Every reader gives UnexpectedEnd
 // where the text ends too early. The text is only read, so any number of threads may share it; only memory exhaustion
 // throws.
 namespace foundation::json {
 
-// Steps over comments and the white space behind each. A "/" that opens no comment stays.
+// Steps over comments and the white space after each. Stops at a "/" that starts no comment.
 void skip_comments(Position& position, Position end);
 
 // Steps over white space, and with ALLOW_COMMENTS over comments.

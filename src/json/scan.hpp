@@ -67,7 +67,7 @@ inline Position skip_blanks(Position position, Position end) {
     return position;
 }
 
-// A text is indented by blanks, so behind any white space a run of them is likely.
+// Indentation makes a run of blanks likely after any white space.
 inline Position skip_spaces(Position position, Position end) {
     while (position != end && is_space(*position)) {
         position = skip_blanks(position + 1, end);

@@ -79,7 +79,7 @@ ParseResult open_container(const Container& container, Cursor& cursor, unsigned 
     return depth < MAX_NESTING ? skip_to_next_byte(cursor) : ParseResult::NestingTooDeep;
 }
 
-// From the opening to the closing bracket. `read_item` reads one item and the white space behind it, and succeeds
+// From the opening to the closing bracket. `read_item` reads one item and the white space after it, and succeeds
 // only short of the end of the text.
 template <class ReadItem>
 ParseResult read_container(const Container& container, Cursor& cursor, unsigned int depth, ReadItem read_item) {
@@ -164,7 +164,7 @@ ParseResult parse_integer(Integer& out, Position& position, Position end) {
     return result;
 }
 
-// What shows, behind an integer token or the white space after it, that the element is another kind of value.
+// Bytes that, after an integer token, show that the element is no integer.
 bool spoils_integer(char byte) {
     return std::string_view("\".Ee{").find(byte) != std::string_view::npos;
 }

@@ -12,7 +12,7 @@
 // keys "zqtype" and "zqdata". The readers have the shape of the token readers and their rules: a result object that
 // only success touches, UnexpectedEnd where the text ends too early, no state but arguments and locals. `depth`
 // counts the arrays and objects that are open around the cursor; a bracket that would open one more than MAX_NESTING
-// gives NestingTooDeep, with the cursor behind it. Unless told otherwise the cursor stands on the byte that was
+// gives NestingTooDeep, with the cursor after it. Unless told otherwise the cursor stands on the byte that was
 // refused.
 namespace foundation::json {
 
@@ -20,7 +20,7 @@ namespace foundation::json {
 ParseResult parse_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth);
 
 // An object. The first of two members with one key stays. A "zqdata" that was read before its "zqtype" is read again
-// under that type; a failure of this second reading leaves the cursor behind the value of "zqtype". An exception out
+// under that type; a failure of this second reading leaves the cursor after the value of "zqtype". An exception out
 // of the first reading gives UnexpectedEnd where the data starts, one out of the second goes unnoticed.
 ParseResult parse_object(std::map<std::string, Value>& out, Position& position, Position end, unsigned int flags,
                          unsigned int depth);

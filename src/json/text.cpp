@@ -17,7 +17,7 @@ namespace utf = boost::locale::utf;
 
 constexpr utf::code_point s_replacement = 0xFFFD;
 
-// An int holds any number of so many digits.
+// Every number of at most this many digits fits an int.
 constexpr std::ptrdiff_t s_exact_digits = std::numeric_limits<int>::digits10;
 
 // strtod tells the two ends of the range apart, which from_chars does not; the C locale keeps the point a point.
@@ -53,7 +53,7 @@ std::string u16_to_u8(const char16_t* units, int count) {
         utf::code_point point = utf::utf_traits<char16_t>::decode(next, end);
         if (point == utf::illegal || point == utf::incomplete) {
             point = s_replacement;
-            next = units + 1;  // the decoder may have swallowed a good unit behind the bad one
+            next = units + 1;  // the decoder may have swallowed a good unit after the bad one
         }
         utf::utf_traits<char>::encode(point, std::back_inserter(text));
         units = next;
