@@ -8,7 +8,7 @@
 namespace {
 
 const std::vector<Step> s_scene = {
-    withFile("vorlan/help/docroot.txt", "../../link"), withLink("other", "link"),
+    withFile("vorlan/help/docroot.txt", std::string(20, ' ') + "../../link"), withLink("other", "link"),
     withFile("other/docCatalog/dataroot.txt"), withFile("other/in/a/doccenter.properties"),
     withCatalogue("named.json", {named("a"), named("b"), named("c"), named("d"), named("e"), named("f"), named("g"),
                                  named("h"), named("i"), named("j"), named("k"), named("l"), named("m")})};

@@ -35,6 +35,13 @@ TEST(Service, ResolvesThenListensThenFollows) {
     EXPECT_EQ(host.shown(docroot.getDocDataRoot()), "$T/marked");
 }
 
+TEST(Service, InstallsOneListenerIfTheOtherFails) {
+    Host host;
+    host.on("listen vorlan.help.DocRoot", s_broken);
+    const Docroot docroot;
+    EXPECT_EQ(host.calls({"listen"}), "listen vorlan.help.DocRoot\nlisten vorlan.help.DocDataRoot\n");
+}
+
 TEST(Service, DropsAnEventThatFails) {
     Host host;
     Docroot docroot;
@@ -113,7 +120,7 @@ TEST(Service, TracesEveryOperationFromEntryToExit) {
         const std::size_t mark = line.find_first_of("<>");
         const bool isEntry = std::exchange(line[mark], ' ') == '>';
         isEntry ? open.push_back(line) : void();
-        EXPECT_EQ(open.back(), line);
+        ASSERT_EQ(open.empty() ? "none" : open.back(), line);
         isEntry ? void(entered.insert(line.substr(mark + 2) + "\n")) : open.pop_back();
     }
     EXPECT_EQ(open, Strings());

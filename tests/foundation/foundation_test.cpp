@@ -132,4 +132,10 @@ TEST(FunctionTrace, CountsDepthAndMarksTheExceptionThatLeavesItsScope) {
               "< left [throw]\nnote: back\n");
 }
 
+TEST(FunctionTrace, LosesAnExitRecordThatFails) {
+    vorlan::setLevelMask(s_name, maskOf(enter));
+    FUNCTION_TRACE("whose exit throws");
+    s_core->set_filter([](const auto&) -> bool { throw 7; });
+}
+
 }  // namespace
