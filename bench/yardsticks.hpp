@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "doc_products_shared/TopLevelDocProduct.hpp"
+#include "doc_products_shared/DocumentationSet.hpp"
 #include "foundation/basic_path.hpp"
 
 // The minimum that two operations of the library must do, in a shared library of their own as the operations are.

@@ -2,6 +2,14 @@
 
 namespace doc_products_shared {
 
+const std::string& ProductFamily::getFamily() const {
+    return m_family;
+}
+
+const std::string& ProductFamily::getGroup() const {
+    return m_group;
+}
+
 const std::string& DocProduct::getDisplayName() const {
     return m_displayName;
 }

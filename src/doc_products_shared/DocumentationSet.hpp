@@ -2,12 +2,23 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
-#include "doc_products_shared/TopLevelDocProduct.hpp"
+#include "doc_products_shared/DocProduct.hpp"
 
 namespace doc_products_shared {
+
+// An entry of a documentation set's product list.
+class TopLevelDocProduct : public DocProduct {
+public:
+    using DocProduct::DocProduct;
+};
+
+using TopLevelDocProductPtr = std::shared_ptr<const TopLevelDocProduct>;
+using TopLevelDocProductVectorPtr = std::shared_ptr<const std::vector<TopLevelDocProductPtr>>;
+using TopLevelDocProductMap = std::unordered_map<std::string, TopLevelDocProductPtr>;
 
 // The contents of one catalogue file. Default-constructed, it has empty texts and no products, as for a file that
 // doesn't exist. Copies share the products. Accessors refer into the set and are valid as long as it lives unchanged.
