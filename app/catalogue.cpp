@@ -26,12 +26,12 @@ namespace {
 
 // Holds back what is written to std::cerr, and gives it out at the end of its life as whole lines: the library
 // reports what is wrong with a catalogue without a line end, and records of the log may follow.
-class WholeLines {
+class HeldErrors {
 public:
-    WholeLines() : m_errors(std::cerr.rdbuf(m_held.rdbuf())) {}
-    WholeLines(const WholeLines&) = delete;
-    WholeLines& operator=(const WholeLines&) = delete;
-    ~WholeLines() {
+    HeldErrors() : m_errors(std::cerr.rdbuf(m_held.rdbuf())) {}
+    HeldErrors(const HeldErrors&) = delete;
+    HeldErrors& operator=(const HeldErrors&) = delete;
+    ~HeldErrors() {
         std::cerr.rdbuf(m_errors);
         if (const std::string text = m_held.str(); !text.empty()) {
             std::cerr << text << '\n';
@@ -47,7 +47,7 @@ private:
 template <class Read>
 auto readCatalogue(Read read) {
     try {
-        const WholeLines lines;
+        const HeldErrors held;
         return read();
     } catch (const std::runtime_error& e) {
         if (!std::string_view(e.what()).starts_with("Error while parsing ")) {

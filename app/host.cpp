@@ -17,7 +17,7 @@ void setUserSetting(const char* fullName, const std::optional<std::string>& valu
 
 }  // namespace
 
-void playHost(const Options& options) {
+void configureHost(const Options& options) {
     installLogSink(options.log);
     if (options.installRoot) {
         vorlan::setInstallRoot(fl::i18n::to_ustring(*options.installRoot));

@@ -27,7 +27,7 @@ int end(app::ExitStatus status, const std::string& message) {
 int main(int argc, char** argv) {
     try {
         const app::Options options = app::readOptions(argc, argv);
-        app::playHost(options);
+        app::configureHost(options);
         writeAnswer(options.command(options));
         return static_cast<int>(app::ExitStatus::done);
     } catch (const app::Failure& failure) {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "json/text.hpp"
+#include "json/token_text.hpp"
 
 namespace foundation::json {
 

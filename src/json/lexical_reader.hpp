@@ -5,8 +5,8 @@
 
 #include "json/ParseResult.hpp"
 #include "json/Value.hpp"
+#include "json/byte_scan.hpp"
 #include "json/parse.hpp"
-#include "json/scan.hpp"
 
 // The token level of the reader: white space, strings, numbers and literals. Each reader takes its result object, the
 // cursor, the end of the text and the flags of parse. On success the cursor is after the token, and nothing

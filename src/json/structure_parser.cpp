@@ -11,9 +11,9 @@
 #include <tuple>
 #include <utility>
 
+#include "json/byte_scan.hpp"
 #include "json/parse.hpp"
-#include "json/scan.hpp"
-#include "json/text.hpp"
+#include "json/token_text.hpp"
 
 namespace foundation::json {
 
@@ -64,8 +64,8 @@ ParseResult skip_to_next_byte(Cursor& cursor) {
     return cursor.position == cursor.end ? ParseResult::UnexpectedEnd : ParseResult::Ok;
 }
 
-// Behind a success, over the white space to the next byte, which must be there.
-ParseResult then_skip(ParseResult result, Cursor& cursor) {
+// After a success, steps over the white space to the next byte, which must be there.
+ParseResult skip_after(ParseResult result, Cursor& cursor) {
     return result == ParseResult::Ok ? skip_to_next_byte(cursor) : result;
 }
 
@@ -165,7 +165,7 @@ ParseResult parse_integer(Integer& out, Position& position, Position end) {
 }
 
 // Bytes that, after an integer token, show that the element is no integer.
-bool spoils_integer(char byte) {
+bool shows_no_integer(char byte) {
     return std::string_view("\".Ee{").find(byte) != std::string_view::npos;
 }
 
@@ -176,14 +176,14 @@ ParseResult read_integer_array(Elements& fresh, Cursor& cursor, unsigned int dep
     const Position start = cursor.position;
     const auto read_element = [&] {
         Integer number = 0;
-        const ParseResult result = then_skip(parse_integer(number, cursor.position, cursor.end), cursor);
+        const ParseResult result = skip_after(parse_integer(number, cursor.position, cursor.end), cursor);
         if (result == ParseResult::Ok) {
             append(fresh, start, cursor, number);
         }
         return result;
     };
     const ParseResult result = read_container(s_array, cursor, depth, read_element);
-    return result == ParseResult::ExpectedArrayDelimiter && spoils_integer(*cursor.position)
+    return result == ParseResult::ExpectedArrayDelimiter && shows_no_integer(*cursor.position)
                ? ParseResult::InvalidInteger
                : result;
 }
@@ -209,7 +209,7 @@ ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth);
 ParseResult read_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
     const Position start = cursor.position;
     return read_container(s_array, cursor, depth, [&] {
-        return then_skip(read_value(append(fresh, start, cursor), cursor, depth + 1), cursor);
+        return skip_after(read_value(append(fresh, start, cursor), cursor, depth + 1), cursor);
     });
 }
 
@@ -224,7 +224,7 @@ struct ObjectState {
 
 // The key, the colon, and the white space around it.
 ParseResult read_key(std::string_view& key, ObjectState& state, Cursor& cursor) {
-    const ParseResult result = then_skip(read_string(key, state.decoded, cursor.position, cursor.end), cursor);
+    const ParseResult result = skip_after(read_string(key, state.decoded, cursor.position, cursor.end), cursor);
     if (result != ParseResult::Ok) {
         return result;
     }
@@ -283,16 +283,16 @@ ParseResult read_data(ObjectState& state, Value& fresh, Cursor& cursor, unsigned
                                                 unsigned int depth) {
     Value value;
     const auto read = key == s_type_key ? read_type : read_data;
-    const ParseResult result = then_skip(read(state, value, cursor, depth), cursor);
+    const ParseResult result = skip_after(read(state, value, cursor, depth), cursor);
     if (result == ParseResult::Ok) {
         state.members.try_emplace(std::string(key), std::move(value));
     }
     return result;
 }
 
-[[gnu::noinline]] ParseResult read_and_drop(Cursor& cursor, unsigned int depth) {
-    Value dropped;
-    return read_value(dropped, cursor, depth);
+[[gnu::noinline]] ParseResult discard_value(Cursor& cursor, unsigned int depth) {
+    Value discarded;
+    return read_value(discarded, cursor, depth);
 }
 
 // Any other member is entered first, so that its value is read where it stays. Members that come in the order of
@@ -301,7 +301,7 @@ ParseResult read_plain_member(Members& members, std::string_view key, Cursor& cu
     const auto count = members.size();
     const auto member = members.emplace_hint(members.end(), std::piecewise_construct, std::tuple(key), std::tuple());
     const bool is_new = members.size() != count;
-    return then_skip(is_new ? read_value(member->second, cursor, depth) : read_and_drop(cursor, depth), cursor);
+    return skip_after(is_new ? read_value(member->second, cursor, depth) : discard_value(cursor, depth), cursor);
 }
 
 ParseResult read_member(ObjectState& state, Cursor& cursor, unsigned int depth) {
@@ -366,9 +366,9 @@ ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth) {
     }
 }
 
-// Reads with a cursor and into an object of its own, which is handed over on success alone.
+// Reads with a cursor and into an object of its own, which is assigned to `out` on success alone.
 template <class Out, class Read>
-ParseResult hand_over(Out& out, Position& position, Position end, unsigned int flags, Read read) {
+ParseResult assign_on_success(Out& out, Position& position, Position end, unsigned int flags, Read read) {
     Cursor cursor{position, end, flags};
     Out fresh;
     const ParseResult result = read(fresh, cursor);
@@ -382,37 +382,37 @@ ParseResult hand_over(Out& out, Position& position, Position end, unsigned int f
 }  // namespace
 
 ParseResult parse_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
-    return hand_over(out, position, end, flags,
-                     [&](Value& fresh, Cursor& cursor) { return read_value(fresh, cursor, depth); });
+    return assign_on_success(out, position, end, flags,
+                             [&](Value& fresh, Cursor& cursor) { return read_value(fresh, cursor, depth); });
 }
 
 ParseResult parse_object(Members& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
-    return hand_over(out, position, end, flags,
-                     [&](Members& fresh, Cursor& cursor) { return read_object(fresh, cursor, depth); });
+    return assign_on_success(out, position, end, flags,
+                             [&](Members& fresh, Cursor& cursor) { return read_object(fresh, cursor, depth); });
 }
 
 ParseResult parse_array(Elements& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
-    return hand_over(out, position, end, flags,
-                     [&](Elements& fresh, Cursor& cursor) { return read_array(fresh, cursor, depth); });
+    return assign_on_success(out, position, end, flags,
+                             [&](Elements& fresh, Cursor& cursor) { return read_array(fresh, cursor, depth); });
 }
 
 ParseResult parse_typed_data(const std::string& element_type, Value& out, Position& position, Position end,
                              unsigned int flags, unsigned int depth) {
-    return hand_over(out, position, end, flags, [&](Value& fresh, Cursor& cursor) {
+    return assign_on_success(out, position, end, flags, [&](Value& fresh, Cursor& cursor) {
         return read_typed_data(element_type, fresh, cursor, depth);
     });
 }
 
 ParseResult parse_signed_array(Elements& out, Position& position, Position end, unsigned int flags,
                                unsigned int depth) {
-    return hand_over(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
+    return assign_on_success(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
         return read_integer_array<long long>(fresh, cursor, depth);
     });
 }
 
 ParseResult parse_unsigned_array(Elements& out, Position& position, Position end, unsigned int flags,
                                  unsigned int depth) {
-    return hand_over(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
+    return assign_on_success(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
         return read_integer_array<unsigned long long>(fresh, cursor, depth);
     });
 }

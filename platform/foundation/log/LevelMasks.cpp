@@ -7,14 +7,14 @@ LevelMasks& LevelMasks::instance() {
     return s_masks;
 }
 
-void LevelMasks::enter(const std::string& name, basic_diagnostic_logger<char>& logger) {
+void LevelMasks::add(const std::string& name, basic_diagnostic_logger<char>& logger) {
     const std::lock_guard lock(m_mutex);
     Named& named = m_named[name];
     named.loggers.push_back(&logger);
     logger.setLevelMask(named.mask);
 }
 
-void LevelMasks::leave(basic_diagnostic_logger<char>& logger) {
+void LevelMasks::remove(basic_diagnostic_logger<char>& logger) {
     const std::lock_guard lock(m_mutex);
     for (auto& [name, named] : m_named) {
         std::erase(named.loggers, &logger);

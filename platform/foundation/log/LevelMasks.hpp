@@ -16,9 +16,9 @@ public:
     // Every logger reaches this in its constructor, so it outlives them all.
     static LevelMasks& instance();
 
-    // A logger begins with the mask of its name, and follows it until it leaves.
-    void enter(const std::string& name, basic_diagnostic_logger<char>& logger);
-    void leave(basic_diagnostic_logger<char>& logger);
+    // A logger begins with the mask of its name, and follows it until it is removed.
+    void add(const std::string& name, basic_diagnostic_logger<char>& logger);
+    void remove(basic_diagnostic_logger<char>& logger);
 
     // Sets the mask of every logger of the name, of those that live and those to come.
     void set(const std::string& name, std::uint32_t mask);

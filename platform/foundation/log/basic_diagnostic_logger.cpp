@@ -18,11 +18,11 @@ basic_diagnostic_logger<char>::basic_diagnostic_logger(const std::string& name)
     attributes["Severity"] = boost::log::sources::aux::severity_level<int>();
     attributes["Depth"] =
         attrs::make_function([parts = m_parts.get()] { return reinterpret_cast<long>(parts->depth.get()); });
-    LevelMasks::instance().enter(name, *this);
+    LevelMasks::instance().add(name, *this);
 }
 
 basic_diagnostic_logger<char>::~basic_diagnostic_logger() {
-    LevelMasks::instance().leave(*this);
+    LevelMasks::instance().remove(*this);
 }
 
 }  // namespace foundation::log

@@ -1,4 +1,4 @@
-#include "json/text.hpp"
+#include "json/token_text.hpp"
 
 #include <boost/locale/utf.hpp>
 #include <charconv>
