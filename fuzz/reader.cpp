@@ -7,6 +7,7 @@
 #include "fuzz/target.hpp"
 #include "json/ParserException.hpp"
 #include "json/structure_parser.hpp"
+#include "json/typed_integers.hpp"
 #include "support/Show.hpp"
 
 using namespace foundation::json;

@@ -1,19 +1,15 @@
 #include "json/structure_parser.hpp"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstddef>
 #include <iterator>
-#include <limits>
 #include <string_view>
-#include <system_error>
 #include <tuple>
 #include <utility>
 
 #include "json/byte_scan.hpp"
 #include "json/parse.hpp"
-#include "json/token_text.hpp"
+#include "json/typed_integers.hpp"
 
 namespace foundation::json {
 
@@ -24,9 +20,6 @@ using Members = std::map<std::string, Value>;
 
 constexpr std::string_view s_type_key = "zqtype";
 constexpr std::string_view s_data_key = "zqdata";
-
-constexpr std::array<std::string_view, 4> s_signed_types{"int64", "int32", "int16", "int8"};
-constexpr std::array<std::string_view, 4> s_unsigned_types{"uint64", "uint32", "uint16", "uint8"};
 
 // A kind of container: its brackets, and what to report where one of them is missing.
 struct Container {
@@ -125,50 +118,6 @@ Value& append(Elements& elements, Position start, const Cursor& cursor, Content.
     return elements.emplace_back(content...);
 }
 
-ParseResult scan_integer(Position& position, Position end) {
-    if (position != end && *position == '-') {
-        ++position;
-    }
-    if (position == end) {
-        return ParseResult::UnexpectedEnd;
-    }
-    if (!detail::is_digit(*position)) {
-        return ParseResult::InvalidInteger;
-    }
-    position = *position == '0' ? position + 1 : detail::skip_digits(position, end);
-    return ParseResult::Ok;
-}
-
-template <class Integer>
-Integer to_integer(const std::string& token) {
-    using Limits = std::numeric_limits<Integer>;
-    const bool negative = token.front() == '-';
-    if (negative && !Limits::is_signed) {
-        return 0;
-    }
-    Integer number = 0;
-    const auto outcome = std::from_chars(token.data(), token.data() + token.size(), number);
-    if (outcome.ec == std::errc::result_out_of_range) {
-        return negative ? Limits::min() : Limits::max();
-    }
-    return number;
-}
-
-template <class Integer>
-ParseResult parse_integer(Integer& out, Position& position, Position end) {
-    const Position start = position;
-    const ParseResult result = scan_integer(position, end);
-    if (result == ParseResult::Ok) {
-        out = to_integer<Integer>(detail::get_utf8_string(start, position));
-    }
-    return result;
-}
-
-// Bytes that, after an integer token, show that the element is no integer.
-bool shows_no_integer(char byte) {
-    return std::string_view("\".Ee{").find(byte) != std::string_view::npos;
-}
-
 // The readers from here on fill a fresh object: after a failure it holds what has been read so far.
 
 template <class Integer>
@@ -176,14 +125,14 @@ ParseResult read_integer_array(Elements& fresh, Cursor& cursor, unsigned int dep
     const Position start = cursor.position;
     const auto read_element = [&] {
         Integer number = 0;
-        const ParseResult result = skip_after(parse_integer(number, cursor.position, cursor.end), cursor);
+        const ParseResult result = skip_after(detail::parse_integer(number, cursor.position, cursor.end), cursor);
         if (result == ParseResult::Ok) {
             append(fresh, start, cursor, number);
         }
         return result;
     };
     const ParseResult result = read_container(s_array, cursor, depth, read_element);
-    return result == ParseResult::ExpectedArrayDelimiter && shows_no_integer(*cursor.position)
+    return result == ParseResult::ExpectedArrayDelimiter && detail::shows_no_integer(*cursor.position)
                ? ParseResult::InvalidInteger
                : result;
 }
@@ -415,26 +364,6 @@ ParseResult parse_unsigned_array(Elements& out, Position& position, Position end
     return assign_on_success(out, position, end, flags, [&](Elements& fresh, Cursor& cursor) {
         return read_integer_array<unsigned long long>(fresh, cursor, depth);
     });
-}
-
-ParseResult parse_signed_integer(long long& out, Position& position, Position end, unsigned int) {
-    return parse_integer(out, position, end);
-}
-
-ParseResult parse_unsigned_integer(unsigned long long& out, Position& position, Position end, unsigned int) {
-    return parse_integer(out, position, end);
-}
-
-bool is_supported_type(const std::string& name) {
-    return is_signed_type(name) || is_unsigned_type(name);
-}
-
-bool is_signed_type(const std::string& name) {
-    return std::find(s_signed_types.begin(), s_signed_types.end(), name) != s_signed_types.end();
-}
-
-bool is_unsigned_type(const std::string& name) {
-    return std::find(s_unsigned_types.begin(), s_unsigned_types.end(), name) != s_unsigned_types.end();
 }
 
 }  // namespace foundation::json

@@ -40,15 +40,4 @@ ParseResult parse_signed_array(std::vector<Value>& out, Position& position, Posi
 ParseResult parse_unsigned_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
                                  unsigned int depth);
 
-// An integer token: a "-" or none, then "0" alone or a run of digits. What is beyond 64 bits becomes the nearest
-// limit, and a token with a "-" becomes 0 where it is to be unsigned.
-ParseResult parse_signed_integer(long long& out, Position& position, Position end, unsigned int flags);
-ParseResult parse_unsigned_integer(unsigned long long& out, Position& position, Position end, unsigned int flags);
-
-// Whether a "zqtype" names an element type, and of which class: int64, int32, int16, int8, or the same with a "u" in
-// front. Case counts.
-bool is_supported_type(const std::string& name);
-bool is_signed_type(const std::string& name);
-bool is_unsigned_type(const std::string& name);
-
 }  // namespace foundation::json
