@@ -18,7 +18,7 @@ void EventQueue::post(ListenerPtr listener, std::shared_ptr<const SettingsValueC
 }
 
 void EventQueue::close(const ListenerPtr& listener) {
-    vorlan::ChangeHandler dropped;  // let go of outside the lock, like every delivery
+    ChangeHandler dropped;  // let go of outside the lock, like every delivery
     std::unique_lock lock(m_mutex);
     listener->open = false;
     if (!onOwnThread()) {

@@ -8,7 +8,7 @@
 #include <mutex>
 #include <thread>
 
-#include "vorlan/services.hpp"
+#include "settings/core.hpp"
 
 namespace settings::core {
 
@@ -19,8 +19,8 @@ class EventQueue {
 public:
     // A registered handler. Open until close() ends it.
     struct Listener {
-        vorlan::ChangeHandler handler;  // gone once the registration has ended
-        bool open = true;               // guarded, like the handler, by the queue's lock
+        ChangeHandler handler;  // gone once the registration has ended
+        bool open = true;       // guarded, like the handler, by the queue's lock
     };
     using ListenerPtr = std::shared_ptr<Listener>;
 

@@ -67,8 +67,8 @@ void SettingsTree::set(const std::string& fullName, const std::optional<fl::ustr
     levels.swap(changed);  // last, and without a failure: there is no change without its event
 }
 
-std::unique_ptr<foundation::msg_svc::eventmgr::Connection> SettingsTree::addListener(
-    const std::string& fullName, const vorlan::ChangeHandler& handler) {
+std::unique_ptr<foundation::msg_svc::eventmgr::Connection> SettingsTree::addListener(const std::string& fullName,
+                                                                                     const ChangeHandler& handler) {
     auto listener = std::make_shared<EventQueue::Listener>();
     listener->handler = handler;
     auto connection = std::make_unique<SettingConnection>(m_events, listener);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/msg_svc/eventmgr.hpp"
 #include "settings/EventQueue.hpp"
 
 namespace settings::core {
@@ -29,7 +30,7 @@ public:
 
     // Hears of every change that comes after this call.
     std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(const std::string& fullName,
-                                                                           const vorlan::ChangeHandler& handler);
+                                                                           const ChangeHandler& handler);
 
 private:
     using Levels = std::array<std::optional<fl::ustring>, 3>;  // factory, user, session

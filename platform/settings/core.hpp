@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/function/function1.hpp>
 #include <boost/shared_ptr.hpp>
 #include <memory>
 #include <string>
@@ -63,5 +64,8 @@ public:
 private:
     boost::shared_ptr<Settings> m_subject;
 };
+
+// What is called when the value of a setting has changed.
+using ChangeHandler = boost::function1<void, const SettingsValueChangeEvent&>;
 
 }  // namespace settings::core

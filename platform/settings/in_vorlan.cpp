@@ -10,8 +10,7 @@ boost::shared_ptr<core::Settings> getSettingsRoot(const vlutil::contextmgr::RtxI
 
 template <>
 std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener<core::SettingsValueChangeEvent>(
-    const boost::shared_ptr<const core::Settings>& node,
-    const boost::function1<void, const core::SettingsValueChangeEvent&>& handler) {
+    const boost::shared_ptr<const core::Settings>& node, const core::ChangeHandler& handler) {
     return node ? vorlan::services().addListener(*node, handler) : nullptr;
 }
 

@@ -22,7 +22,6 @@ std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(
 
 template <>
 std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener<core::SettingsValueChangeEvent>(
-    const boost::shared_ptr<const core::Settings>& node,
-    const boost::function1<void, const core::SettingsValueChangeEvent&>& handler);
+    const boost::shared_ptr<const core::Settings>& node, const core::ChangeHandler& handler);
 
 }  // namespace settings::in_vorlan

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "settings/SettingsTree.hpp"
+#include "vlutil/contextmgr.hpp"
 
 namespace vorlan {
 

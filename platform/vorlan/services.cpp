@@ -66,8 +66,8 @@ void Services::setSetting(const Settings& node, const std::string& name, const f
     node.getTree()->set(joinNames(node.getFullName(), name), value, level);
 }
 
-std::unique_ptr<foundation::msg_svc::eventmgr::Connection> Services::addListener(const Settings& node,
-                                                                                 const ChangeHandler& handler) {
+std::unique_ptr<foundation::msg_svc::eventmgr::Connection> Services::addListener(
+    const Settings& node, const settings::core::ChangeHandler& handler) {
     return node.getTree()->addListener(node.getFullName(), handler);
 }
 

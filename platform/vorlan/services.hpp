@@ -1,6 +1,5 @@
 #pragma once
 
-#include <boost/function/function1.hpp>
 #include <boost/shared_ptr.hpp>
 #include <memory>
 #include <string>
@@ -11,8 +10,6 @@
 #include "vlutil/contextmgr.hpp"
 
 namespace vorlan {
-
-using ChangeHandler = boost::function1<void, const settings::core::SettingsValueChangeEvent&>;
 
 // The one seam between the layer and the outside: each call of the layer's interface that needs the host arrives here
 // once. These are the real services. Derive, override what shall fail or be counted, and call the base to forward.
@@ -34,7 +31,7 @@ public:
     virtual void setSetting(const settings::core::Settings& node, const std::string& name, const fl::ustring& value,
                             const std::string& level);
     virtual std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(
-        const settings::core::Settings& node, const ChangeHandler& handler);
+        const settings::core::Settings& node, const settings::core::ChangeHandler& handler);
 
     virtual fl::ustring installRoot();
     virtual fl::ustring supportPackageRoot();

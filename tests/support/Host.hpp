@@ -124,7 +124,7 @@ public:
                value, level);
     }
     std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(
-        const Settings& node, const vorlan::ChangeHandler& handler) override {
+        const Settings& node, const settings::core::ChangeHandler& handler) override {
         return answer("listen " + node.getFullName(), &Services::addListener, node, handler);
     }
     fl::ustring installRoot() override { return answer("install root", &Services::installRoot); }
