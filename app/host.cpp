@@ -1,5 +1,6 @@
 #include "host.hpp"
 
+#include "docroot_cache/setting_names.hpp"
 #include "fl/i18n.hpp"
 #include "log_sink.hpp"
 #include "options.hpp"
@@ -9,9 +10,11 @@ namespace app {
 
 namespace {
 
-void setUserSetting(const char* fullName, const std::optional<std::string>& value) {
+namespace setting_names = docroot_cache::setting_names;
+
+void setUserSetting(const std::string& name, const std::optional<std::string>& value) {
     if (value) {
-        vorlan::setSetting(fullName, fl::i18n::to_ustring(*value), "user");
+        vorlan::setSetting(setting_names::helpGroup + ("." + name), fl::i18n::to_ustring(*value), "user");
     }
 }
 
@@ -25,8 +28,8 @@ void configureHost(const Options& options) {
     if (options.supportPackageRoot) {
         vorlan::setSupportPackageRoot(fl::i18n::to_ustring(*options.supportPackageRoot));
     }
-    setUserSetting("vorlan.help.DocRoot", options.docRoot);
-    setUserSetting("vorlan.help.DocDataRoot", options.docDataRoot);
+    setUserSetting(setting_names::docRoot, options.docRoot);
+    setUserSetting(setting_names::docDataRoot, options.docDataRoot);
 }
 
 }  // namespace app

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "docroot_cache/DocrootCache.hpp"
+#include "docroot_cache/setting_names.hpp"
 #include "foundation/diagnostic.hpp"
 #include "foundation/function_trace.hpp"
 #include "foundation/msg_svc/eventmgr.hpp"
@@ -21,11 +22,13 @@ using settings::core::SettingsValueChangeEvent;
 
 namespace {
 
+namespace setting_names = docroot_cache::setting_names;
+
 foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
 
-const std::string s_helpGroup = "vorlan.help";
-const std::string s_docRoot = "DocRoot";
-const std::string s_docDataRoot = "DocDataRoot";
+const std::string s_helpGroup = setting_names::helpGroup;
+const std::string s_docRoot = setting_names::docRoot;
+const std::string s_docDataRoot = setting_names::docDataRoot;
 
 // Hands the setting's present text to the callback. The text comes from the group node and not from the event, so of
 // two quick changes both may read the later.

@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "SupportPackageRootReader.hpp"
+#include "docroot_cache/setting_names.hpp"
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "foundation/diagnostic.hpp"
@@ -21,9 +22,9 @@ namespace {
 
 foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
 
-const std::string s_helpGroup = "vorlan.help";
-const std::string s_docRoot = "DocRoot";
-const std::string s_docDataRoot = "DocDataRoot";
+const std::string s_helpGroup = setting_names::helpGroup;
+const std::string s_docRoot = setting_names::docRoot;
+const std::string s_docDataRoot = setting_names::docDataRoot;
 
 const fl::ustring s_helpFolder = u"help";
 
