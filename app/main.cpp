@@ -5,13 +5,28 @@
 #include <system_error>
 
 #include "Failure.hpp"
+#include "commands.hpp"
 #include "host.hpp"
 #include "options.hpp"
 #include "terminal_text.hpp"
 
 namespace {
 
-void writeAnswer(const std::string& text) {
+std::string answer(const app::Options& options) {
+    switch (options.command) {
+        case app::Command::showRoots:
+            return app::showRoots(options);
+        case app::Command::listProducts:
+            return app::listProducts(options);
+        case app::Command::findProduct:
+            return app::findProduct(options);
+        case app::Command::printText:
+            break;
+    }
+    return options.text;
+}
+
+void writeOut(const std::string& text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
         throw std::system_error(errno, std::generic_category(), "Can't write to standard output");
     }
@@ -28,7 +43,7 @@ int main(int argc, char** argv) {
     try {
         const app::Options options = app::readOptions(argc, argv);
         app::configureHost(options);
-        writeAnswer(options.command(options));
+        writeOut(answer(options));
         return static_cast<int>(app::ExitStatus::done);
     } catch (const app::Failure& failure) {
         return end(failure.status(), failure.what());

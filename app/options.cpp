@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "Failure.hpp"
-#include "commands.hpp"
 #include "log_sink.hpp"
 #include "terminal_text.hpp"
 
@@ -45,8 +44,7 @@ void addSharedOptions(CLI::App& app, Options& options) {
         ->check(CLI::IsMember(logNames()));
 }
 
-CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const char* text,
-                     std::string (*command)(const Options&)) {
+CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const char* text, Command command) {
     CLI::App& subcommand = *app.add_subcommand(name, text);
     subcommand.callback([&options, command] { options.command = command; });
     addSharedOptions(subcommand, options);
@@ -54,10 +52,10 @@ CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const ch
 }
 
 void addCommands(CLI::App& app, Options& options) {
-    addCommand(app, options, "roots", "Print the documentation root and the data root", showRoots);
-    addCommand(app, options, "list", "Print the installed products", listProducts)
+    addCommand(app, options, "roots", "Print the documentation root and the data root", Command::showRoots);
+    addCommand(app, options, "list", "Print the installed products", Command::listProducts)
         .add_flag("--all", options.all, "Print the rest of the catalogue as well");
-    addCommand(app, options, "find", "Print the product that a name leads to", findProduct)
+    addCommand(app, options, "find", "Print the product that a name leads to", Command::findProduct)
         .add_option("NAME", options.name, "Base code, help location, or short, alternative or display name")
         ->type_name("")
         ->required();
@@ -89,11 +87,12 @@ Options readOptions(int argc, const char* const* argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& request) {
-        options.command = [text = requestedText(app, request)](const Options&) { return text; };
+        options.command = Command::printText;
+        options.text = requestedText(app, request);
     } catch (const CLI::ParseError& e) {
         refuse(e.what());
     }
-    if (!options.command) {
+    if (options.command == Command::printText && options.text.empty()) {
         refuse("One of the commands roots, list and find is required");
     }
     return options;

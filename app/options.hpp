@@ -1,10 +1,16 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 
 namespace app {
+
+enum class Command {
+    printText,  // what help or version have to say
+    showRoots,
+    listProducts,
+    findProduct,
+};
 
 // What the command line asks for. Paths and names are bytes as they were typed.
 struct Options {
@@ -14,12 +20,13 @@ struct Options {
     std::optional<std::string> docDataRoot;
     std::optional<std::string> catalogue;
     std::string log = "error";
-    bool all = false;                                    // list: the whole catalogue
-    std::string name;                                    // find: the product's name
-    std::function<std::string(const Options&)> command;  // gives the answer for standard output; may throw Failure
+    Command command = Command::printText;
+    std::string text;  // printText: the text
+    bool all = false;  // listProducts: the whole catalogue
+    std::string name;  // findProduct: the product's name
 };
 
-// Reads the command line. Help and version are commands like the others. Throws Failure where the usage is wrong.
+// Reads the command line. Throws Failure where the usage is wrong.
 Options readOptions(int argc, const char* const* argv);
 
 }  // namespace app
