@@ -58,7 +58,7 @@ auto readCatalogue(Read read) {
 }
 
 std::string docsetFileIn(const upath& root) {
-    return fl::i18n::to_string((root / u"docset.json").native());
+    return to_string(root / u"docset.json");
 }
 
 [[noreturn]] void reportMissing(const Options& options) {
@@ -77,7 +77,7 @@ upath preferredFile(const Options& options) {
 }
 
 std::string catalogueFile(const DocProductCollector& collector, const Options& options) {
-    return fl::i18n::to_string(collector.findDocsetJsonFile(preferredFile(options)).native());
+    return to_string(collector.findDocsetJsonFile(preferredFile(options)));
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "Failure.hpp"
 #include "catalogue.hpp"
 #include "doc_products_shared/Docroot.hpp"
-#include "fl/i18n.hpp"
 #include "options.hpp"
 #include "table.hpp"
 #include "terminal_text.hpp"
@@ -103,8 +102,8 @@ std::string productText(const DocProduct& product) {
 std::string showRoots(const Options& /*options*/) {
     auto& roots = doc_products_shared::Docroot::getInstance();
     return tableText({
-        {"documentation root", fl::i18n::to_string(roots.getDocroot().native())},
-        {"data root", fl::i18n::to_string(roots.getDocDataRoot().native())},
+        {"documentation root", to_string(roots.getDocroot())},
+        {"data root", to_string(roots.getDocDataRoot())},
     });
 }
 

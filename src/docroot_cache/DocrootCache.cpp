@@ -112,7 +112,7 @@ upath getDocrootRedirect(const upath& defaultDocroot) {
     const upath file = defaultDocroot / u"docroot.txt";
     DIAGNOSTIC(note, "Looking for docroot.txt file at ", foundation::log::utf16_piece{file.native()});
     if (fl::filesystem::exists(file)) {
-        std::string text = foundation::read_text_file(fl::i18n::to_string(file.native()));
+        std::string text = foundation::read_text_file(to_string(file));
         foundation::trimmer()(text);
         DIAGNOSTIC(note, "Using docroot.txt to redirect docroot to ", text);
         const upath target = redirectTarget(text, defaultDocroot);

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "fl/i18n.hpp"
 #include "fl/pathname.hpp"
 
 namespace fl::filesystem {
@@ -65,5 +66,10 @@ private:
 };
 
 using upath = basic_path<char, char16_t, detail::path_traits<char, char16_t>>;
+
+// The path's text in narrow form, as fl::i18n::to_string gives it.
+inline std::string to_string(const upath& path) {
+    return i18n::to_string(path.native());
+}
 
 }  // namespace fl::filesystem
