@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the benchmark's texts and installations: make_texts.py FOLDER [--brief], the latter without the largest text.
+"""Makes the benchmark's texts and installations: make_texts.py FOLDER [--brief], the latter without the largest.
 
 The same texts come out each time, since every generator has a seed of its own. Nothing is made twice: the folder's
 stamp says which version of this script filled it.
 """
 
 import argparse
+import functools
 import hashlib
 import json
 import pathlib
@@ -82,6 +83,7 @@ def product(rng, number):
     return {"product": entry}
 
 
+@functools.cache
 def catalogue(count):
     rng = random.Random(count)
     products = [product(rng, number) for number in range(count)]
@@ -194,15 +196,18 @@ def write(path, text=""):
     path.write_text(text, encoding="utf-8")
 
 
-def install(root, count):
-    """Two thirds of the products have a proof of their own, some others one in the catalogue folder."""
+def install(root, count, proven=1):
+    """Two thirds of the products have a proof of their own, some others one in the catalogue folder.
+
+    `proven` scales both shares down: small files take long to make.
+    """
     rng = random.Random(count)
     text = catalogue(count)
     help_folder = root / "help"
     write(help_folder / "docset.json", text)
     write(help_folder / "docCatalog" / "dataroot.txt")
     for entry in json.loads(text)["documentation_set"]["product_list"]:
-        chance = rng.random()
+        chance = rng.random() / proven
         if chance < 0.67:
             write(help_folder / entry["product"]["help_location"] / "doccenter.properties")
         elif chance < 0.87:
@@ -224,22 +229,27 @@ TEXTS = {
     "outlines": outlines,
     "small-arrays": small_arrays,
 }
-INSTALLATIONS = {"install-100": 100, "install-5000": 5000}
-LARGEST = "products-100000"
+INSTALLATIONS = {
+    "install-100": lambda root: install(root, 100),
+    "install-5000": lambda root: install(root, 5000),
+    "install-100000": lambda root: install(root, 100_000, proven=0.1),
+}
+LARGEST = ("products-100000", "install-100000")
 
 
 def make(folder, brief):
     for name, text in TEXTS.items():
-        if name != LARGEST or not brief:
+        if not (brief and name in LARGEST):
             write(folder / f"{name}.json", text())
-    for name, count in INSTALLATIONS.items():
-        install(folder / name, count)
+    for name, fill in INSTALLATIONS.items():
+        if not (brief and name in LARGEST):
+            fill(folder / name)
 
 
 def main():
     parser = argparse.ArgumentParser(description="Makes the benchmark's texts and installations.")
     parser.add_argument("folder", type=pathlib.Path)
-    parser.add_argument("--brief", action="store_true", help="leave out the largest text")
+    parser.add_argument("--brief", action="store_true", help="leave out the largest")
     options = parser.parse_args()
     stamp = options.folder / "stamp"
     whole = hashlib.sha256(pathlib.Path(__file__).read_bytes()).hexdigest()

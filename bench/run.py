@@ -57,10 +57,11 @@ class Figure(NamedTuple):
 
 
 class Group(NamedTuple):
-    """Figures whose runs take turns."""
+    """Figures whose runs take turns, and the commands that must print the same for the figures to mean anything."""
     name: str
     figures: list
     in_brief: bool = True
+    same_output: tuple = ()
 
 
 def speed(words, is_met):
@@ -130,9 +131,21 @@ def statement_group(name, benchmark, against, theirs, nanoseconds):
                                Reading(Run("statements", (), theirs)), at_most_more(nanoseconds, "ns", 1))])
 
 
-COMMAND = Reading(Run("process", (BUILD / "app" / "docproducts", "list", "--install-root", TEXTS / "install-100")),
-                  "real_time")
-EMPTY_PROGRAM = Reading(Run("process", (BUILD / "bench" / "empty_program",)), "real_time")
+def whole_process(*command):
+    return Reading(Run("process", command), "real_time")
+
+
+EMPTY_PROGRAM = whole_process(BUILD / "bench" / "empty_program")
+
+
+def list_group(count, in_brief=True, against_empty=()):
+    name, root = f"docproducts list, {count:,} products", TEXTS / f"install-{count}"
+    command = whole_process(BUILD / "app" / "docproducts", "list", "--install-root", root)
+    bare = whole_process(BUILD / "bench" / "bare_list", root)
+    figures = [Figure(name, command, "2 parses, stat, and the table", bare, at_most(1.3)),
+               *(Figure(name, command, "empty program", EMPTY_PROGRAM, target) for target in against_empty)]
+    return Group(name, figures, in_brief, same_output=(command.run.arguments, bare.run.arguments))
+
 
 GROUPS = [
     Group("100 products", parse_figures(100, copying=1.9, nlohmann=2.3, jsoncpp=2.5)),
@@ -165,10 +178,9 @@ GROUPS = [
     library_group("warm getDocroot", "getDocroot", "lock and copy of a path", on_installation("copyPath"), 1.3),
     statement_group("diagnostic, level off", "diagnosticOff", "empty loop", "emptyLoop", 1),
     statement_group("trace scope, level off", "traceOff", "std::uncaught_exceptions", "uncaughtExceptions", 3),
-    Group("docproducts list, 100 products", [
-        Figure("docproducts list, 100 products", COMMAND, "empty program", EMPTY_PROGRAM, at_most(2)),
-        Figure("docproducts list, 100 products", COMMAND, "empty program", EMPTY_PROGRAM, at_most_more(5, "ms", 1e6)),
-    ]),
+    list_group(100, against_empty=(at_most(2), at_most_more(5, "ms", 1e6))),
+    list_group(5000),
+    list_group(100_000, in_brief=False),
 ]
 
 
@@ -197,6 +209,18 @@ def report_of(run, min_time):
     if len(results) != 1 or "error_message" in results[0]:
         sys.exit(f"failed: {' '.join(map(str, command))}\n{done.stdout}{done.stderr}")
     return report
+
+
+def output_of(command):
+    done = subprocess.run(command, capture_output=True)
+    if done.returncode != 0:
+        sys.exit(f"failed: {' '.join(map(str, command))}\n{done.stderr.decode()}")
+    return done.stdout
+
+
+def require_same_output(group):
+    if len(set(map(output_of, group.same_output))) > 1:
+        sys.exit(f"failed: {group.name}: the programs print different bytes")
 
 
 def take_turns(figures, rounds, min_time):
@@ -313,6 +337,8 @@ def main():
     say("making the texts")
     subprocess.run([FOLDER / "make_texts.py", TEXTS, *(["--brief"] if brief else [])], check=True)
     groups = [group for group in GROUPS if group.in_brief or not brief]
+    for group in groups:
+        require_same_output(group)
     results, versions = measure_all(groups, rounds, min_time)
     save(BUILD / ("results-brief.json" if brief else "results.json"), {
         "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
