@@ -215,9 +215,11 @@ def install(root, count, proven=1):
 
 
 TEXTS = {
+    "products-10": lambda: catalogue(10),
     "products-100": lambda: catalogue(100),
     "products-1000": lambda: catalogue(1000),
     "products-5000": lambda: catalogue(5000),
+    "products-20000": lambda: catalogue(20_000),
     "products-100000": lambda: catalogue(100_000),
     "long-string": long_string,
     "short-numbers": short_numbers,
@@ -234,7 +236,7 @@ INSTALLATIONS = {
     "install-5000": lambda root: install(root, 5000),
     "install-100000": lambda root: install(root, 100_000, proven=0.1),
 }
-LARGEST = ("products-100000", "install-100000")
+LARGEST = ("products-20000", "products-100000", "install-100000")
 
 
 def make(folder, brief):

@@ -4,8 +4,8 @@
 Each figure compares two readings, and those that belong together are taken in turn, A B C A B C ..., each in a
 process of its own. Readings of one round are compared with each other, since a busy machine changes its speed from
 second to second; what counts is the median over the rounds, so it needn't be the quotient of the two medians shown.
-The brief form runs each program once, to see that all of them work; its numbers say little. A missed target is no
-failure, a program that fails is.
+The full form also draws a picture. The brief form runs each program once, to see that all of them work; its numbers
+say little. A missed target is no failure, a program that fails is.
 """
 
 import argparse
@@ -24,6 +24,8 @@ BUILD = FOLDER.parent / "build" / "bench"
 TEXTS = BUILD / "texts"
 RIVALS = {"parse_nlohmann": "nlohmann", "parse_jsoncpp": "jsoncpp", "parse_rapidjson": "RapidJSON",
           "parse_simdjson": "simdjson"}
+DRAWN = {"parse_docproducts": "docproducts", "copy_value": "copying the Value", **RIVALS}
+DRAWN_COUNTS = (10, 100, 1000, 5000, 20_000, 100_000)
 
 
 class Run(NamedTuple):
@@ -57,11 +59,15 @@ class Figure(NamedTuple):
 
 
 class Group(NamedTuple):
-    """Figures whose runs take turns, and the commands that must print the same for the figures to mean anything."""
+    """Figures whose runs take turns, and readings for the picture alone, whose runs join in.
+
+    Commands of the same output must print the same bytes, or the figures mean nothing.
+    """
     name: str
     figures: list
     in_brief: bool = True
     same_output: tuple = ()
+    drawn: tuple = ()
 
 
 def speed(words, is_met):
@@ -89,6 +95,10 @@ def on_text(program, text):
     return Reading(Run(program, (TEXTS / f"{text}.json",)))
 
 
+def per_product(program, count):
+    return on_text(program, f"products-{count}")._replace(per=count)
+
+
 def on_installation(benchmark):
     return Reading(Run("library", (TEXTS / "install-5000",), benchmark))
 
@@ -108,6 +118,11 @@ def parse_figures(count, copying, nlohmann, jsoncpp):
         against_rival(name, text, "parse_rapidjson", SHOWN),
         against_rival(name, text, "parse_simdjson", SHOWN),
     ]
+
+
+def picture_group(count):
+    return Group(f"{count:,} products, for the picture", [], in_brief=False,
+                 drawn=tuple(per_product(program, count) for program in DRAWN))
 
 
 def shape(name, text, target):
@@ -152,10 +167,12 @@ GROUPS = [
     Group("5,000 products", parse_figures(5000, copying=1.7, nlohmann=2.2, jsoncpp=2.5)),
     Group("100,000 products", [
         *parse_figures(100_000, copying=1.3, nlohmann=1.7, jsoncpp=1.7),
-        Figure("parse, per product of 100,000", on_text("parse_docproducts", "products-100000")._replace(per=100_000),
-               "per product of 1,000", on_text("parse_docproducts", "products-1000")._replace(per=1000),
-               at_most(2.5)),
+        Figure("parse, per product of 100,000", per_product("parse_docproducts", 100_000),
+               "per product of 1,000", per_product("parse_docproducts", 1000), at_most(2.5)),
     ], in_brief=False),
+    picture_group(10),
+    picture_group(1000),
+    picture_group(20_000),
     shape("one long string", "long-string", FASTER),
     shape("short numbers", "short-numbers", FASTER),
     shape("17-digit numbers", "long-numbers", FASTER),
@@ -192,9 +209,9 @@ def program_path(program):
     return BUILD / "bench" / program
 
 
-def left_out(figure):
-    """True for a comparison with a rival that wasn't there when the programs were built."""
-    program = figure.theirs.run.program
+def is_left_out(reading):
+    """True for a reading of a rival that wasn't there when the programs were built."""
+    program = reading.run.program
     return program in RIVALS and not program_path(program).exists()
 
 
@@ -223,9 +240,9 @@ def require_same_output(group):
         sys.exit(f"failed: {group.name}: the programs print different bytes")
 
 
-def take_turns(figures, rounds, min_time):
-    """All reports of each run, the runs of the figures being made in turn."""
-    runs = dict.fromkeys(reading.run for figure in figures for reading in (figure.ours, figure.theirs))
+def take_turns(readings, rounds, min_time):
+    """All reports of each run, the runs of the readings being made in turn."""
+    runs = dict.fromkeys(reading.run for reading in readings)
     reports = {run: [] for run in runs}
     for _ in range(rounds):
         for run in runs:
@@ -261,14 +278,24 @@ def versions_of(reports):
 
 
 def measure_all(groups, rounds, min_time):
-    results, versions = [], {}
+    """The results of all figures, and the reports of all runs; of a run in two groups, those of the second."""
+    results, all_reports = [], {}
     for number, group in enumerate(groups, 1):
         say(f"[{number}/{len(groups)}] {group.name}")
-        figures = [figure for figure in group.figures if not left_out(figure)]
-        reports = take_turns(figures, rounds, min_time)
+        figures = [figure for figure in group.figures if not is_left_out(figure.theirs)]
+        readings = [reading for figure in figures for reading in (figure.ours, figure.theirs)]
+        readings += [reading for reading in group.drawn if not is_left_out(reading)]
+        reports = take_turns(readings, rounds, min_time)
         results += [result_of(figure, reports) for figure in figures]
-        versions |= versions_of(reports)
-    return results, versions
+        all_reports |= reports
+    return results, all_reports
+
+
+def curve_of(program, reports):
+    """The nanoseconds that each product takes, by the number of products, as far as measured."""
+    readings = ((count, per_product(program, count)) for count in DRAWN_COUNTS)
+    return [(count, statistics.median(values_of(reading, reports))) for count, reading in readings
+            if reading.run in reports]
 
 
 def quantity(value, unit):
@@ -339,15 +366,18 @@ def main():
     groups = [group for group in GROUPS if group.in_brief or not brief]
     for group in groups:
         require_same_output(group)
-    results, versions = measure_all(groups, rounds, min_time)
+    results, reports = measure_all(groups, rounds, min_time)
     save(BUILD / ("results-brief.json" if brief else "results.json"), {
         "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
         "machine": surroundings,
-        "versions": versions,
+        "versions": versions_of(reports),
         "rounds": rounds,
         "figures": results,
+        "curves": {name: curve_of(program, reports) for program, name in DRAWN.items()},
     })
-    print(table(results), *remarks(rounds, brief), sep="\n\n")
+    print(table(results), *remarks(rounds, brief), sep="\n\n", flush=True)
+    if not brief:
+        subprocess.run([FOLDER / "draw.py"], check=True)
 
 
 if __name__ == "__main__":
