@@ -26,8 +26,8 @@ using Products = std::vector<TopLevelDocProductPtr>;
 using Row = std::vector<std::string>;
 
 auto texts(const DocProduct& product) {
-    return std::tie(product.getDisplayName(), product.getShortName(), product.getAltShortName(),
-                    product.getBaseCode(), product.getAvailability(), product.getHelpLocation());
+    return std::tie(product.getDisplayName(), product.getShortName(), product.getAltShortName(), product.getBaseCode(),
+                    product.getAvailability(), product.getHelpLocation());
 }
 
 bool areSameFamilies(const std::vector<ProductFamily>& left, const std::vector<ProductFamily>& right) {

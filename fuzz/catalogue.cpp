@@ -113,8 +113,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Scene s_scene;
     s_scene.write("vorlan/help/docset.json", {data, data + size});
     const auto set = s_scene.attempt([](const fl::ustring& path) { return DocSetJsonParser().parse(path); });
-    auto collector =
-        s_scene.attempt([](const auto& path) { return DocProductCollector(fl::filesystem::upath(path)); });
+    auto collector = s_scene.attempt([](const auto& path) { return DocProductCollector(fl::filesystem::upath(path)); });
     check(set.has_value() == collector.has_value(), "a catalogue is refused everywhere or nowhere");
     if (set && collector) {
         examineProducts(*set, *collector, s_scene.root);

@@ -166,9 +166,7 @@ struct Model {
     Array signedArray() { return elements(&Model::signedInteger, "\".Ee{"); }
     Array unsignedArray() { return elements(&Model::unsignedInteger, "\".Ee{"); }
 
-    Value typed(const auto& type) {
-        return type.empty() ? value() : type[0] == 'u' ? unsignedArray() : signedArray();
-    }
+    Value typed(const auto& type) { return type.empty() ? value() : type[0] == 'u' ? unsignedArray() : signedArray(); }
 
     Object object() {
         static const boost::regex s_types("u?int(8|16|32|64)");
@@ -220,8 +218,7 @@ void examineReaders(const std::string& text, const Model& start) {
         Out expected = std::get<Out>(s_before), came = expected;
         Position position = text.begin() + static_cast<std::ptrdiff_t>(start.place);
         const Position end = text.begin() + static_cast<std::ptrdiff_t>(start.text.size());
-        const ParseResult result = read(came, position, end, context...),
-                          reason = reasonOf(modelled, model, expected);
+        const ParseResult result = read(came, position, end, context...), reason = reasonOf(modelled, model, expected);
         fuzz::checkEqual(joined(get_parse_result_description(result), position - text.begin(), Show()(came)),
                          joined(get_parse_result_description(reason), model.place, Show()(expected)), name);
     };

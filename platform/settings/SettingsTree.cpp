@@ -54,8 +54,7 @@ std::optional<fl::ustring> SettingsTree::at(const std::string& fullName, const s
     return found == m_values.end() ? std::nullopt : found->second[index];
 }
 
-void SettingsTree::set(const std::string& fullName, const std::optional<fl::ustring>& value,
-                       const std::string& level) {
+void SettingsTree::set(const std::string& fullName, const std::optional<fl::ustring>& value, const std::string& level) {
     const std::size_t index = levelIndex(level);
     const std::lock_guard lock(m_mutex);
     Levels& levels = m_values[fullName];
@@ -80,8 +79,7 @@ std::unique_ptr<foundation::msg_svc::eventmgr::Connection> SettingsTree::addList
 }
 
 fl::ustring SettingsTree::effective(const Levels& levels) {
-    const auto held =
-        std::find_if(levels.rbegin(), levels.rend(), [](const auto& level) { return level.has_value(); });
+    const auto held = std::find_if(levels.rbegin(), levels.rend(), [](const auto& level) { return level.has_value(); });
     return held == levels.rend() ? fl::ustring() : **held;
 }
 

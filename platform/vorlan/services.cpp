@@ -53,8 +53,7 @@ boost::shared_ptr<Settings> Services::parent(const Settings& node) {
         return nullptr;
     }
     const std::size_t dot = name.rfind('.');
-    return boost::make_shared<Settings>(node.getTree(),
-                                        dot == std::string::npos ? std::string() : name.substr(0, dot));
+    return boost::make_shared<Settings>(node.getTree(), dot == std::string::npos ? std::string() : name.substr(0, dot));
 }
 
 fl::ustring Services::getSetting(const Settings& node, const std::string& name, const std::string& level) {

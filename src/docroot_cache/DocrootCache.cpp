@@ -85,8 +85,7 @@ upath getInstalledDocRoot() {
     FUNCTION_TRACE("fl::filesystem::upath (anonymous namespace)::getInstalledDocRoot()");
     try {
         upath installedDocRoot = upath(readSupportPackageRoot()) / s_helpFolder;
-        if (holdsProof(installedDocRoot, u"index.html") ||
-            holdsProof(installedDocRoot, u"documentation-center.html")) {
+        if (holdsProof(installedDocRoot, u"index.html") || holdsProof(installedDocRoot, u"documentation-center.html")) {
             return installedDocRoot;
         }
     } catch (const std::exception& e) {

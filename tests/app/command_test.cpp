@@ -84,9 +84,8 @@ TEST_F(Command, ShowsAlikeProductsAndForeignBytes) {
                                           {"", "none", "none", "", "", ""},
                                           {"", "none", "kiln", "", "", ""}})(m_host);
     // Control characters, broken UTF-8, and characters of no, one, two and unknown columns.
-    support::withCatalogue("odd.json",
-                           {{"\x1B[1mA\xC2\x9F\u00A0", "vorlan", "e\u0301", "\x1F", "~\x7F", ""},
-                            {"\x80-\n\U0010FFFF\U00010000", "é", "\U0001D167", "🦉", "茶", ""}})(m_host);
+    support::withCatalogue("odd.json", {{"\x1B[1mA\xC2\x9F\u00A0", "vorlan", "e\u0301", "\x1F", "~\x7F", ""},
+                                        {"\x80-\n\U0010FFFF\U00010000", "é", "\U0001D167", "🦉", "茶", ""}})(m_host);
     m_host.write("h\x1B\r/help/docroot.txt", std::string("\n\x1B\0\x7F\xC2\x85\xFF-", 8));
     expect({
         {"list --all --install-root vorlan --catalogue $T/alike.json | sed -n '2,8s/.*  //p' | xargs",

@@ -90,9 +90,8 @@ TEST(Catalogue, AsksEachKeyForItsTypeInOrder) {
 
 TEST(Catalogue, IsRefusedIfItIsNoObjectOrCannotBeRead) {
     EXPECT_EQ(parseText("[]"), "invalid conversion: array to object" + s_refused);
-    EXPECT_EQ(
-        parseText("{} // comment"),
-        "JSON ParserException (E0000): Parse incomplete (Line 1, Column 3)\n\t{} // comment\n\t   ^" + s_refused);
+    EXPECT_EQ(parseText("{} // comment"),
+              "JSON ParserException (E0000): Parse incomplete (Line 1, Column 3)\n\t{} // comment\n\t   ^" + s_refused);
     const std::string socket = "/proc/self/fd/" + std::to_string(::socket(AF_UNIX, SOCK_STREAM, 0));
     for (const Step& unreadable : {withFile("docset.json/"), withLink(socket, "docset.json")}) {
         EXPECT_THAT(parse(Host({unreadable})), testing::StartsWith("JSON ParserException (E0019)"));

@@ -6,18 +6,17 @@ const std::string s_webOnly = R"({"product_family": {"family": "webonlyproducts"
 
 TEST(Collector, TestsTheFilesOfEachProductInOrder) {
     Host host({withCatalogue("root/docset.json", {named("c"), named("b"), named("a"), named("web", s_webOnly)}),
-               withFile("vorlan/help/in/web/doccenter.properties/"),
-               withFile("vorlan/help/in/c/doccenter.properties"),
+               withFile("vorlan/help/in/web/doccenter.properties/"), withFile("vorlan/help/in/c/doccenter.properties"),
                withFile("vorlan/help/docCatalog/products/a.properties"), withSetting("DocRoot", "$T/root")});
     RecordLog log(maskOf(level::detail));
     DocProductCollector collector({});
     const std::string in = "exists $T/vorlan/help/in/", proof = "/doccenter.properties\n",
                       products = "exists $T/vorlan/help/docCatalog/products/";
-    EXPECT_EQ(host.calls({in, products}), in + "c" + proof + in + "b" + proof + products + "b.properties\n" + in +
-                                              "a" + proof + products + "a.properties\n" + in + "web" + proof);
-    EXPECT_THAT(log.take(), testing::EndsWith(
-                                "helpLocation: in/c\ndetail: helpLocation: in/b\ndetail: shortName: b\n"
-                                "detail: helpLocation: in/a\ndetail: shortName: a\ndetail: helpLocation: in/web\n"));
+    EXPECT_EQ(host.calls({in, products}), in + "c" + proof + in + "b" + proof + products + "b.properties\n" + in + "a" +
+                                              proof + products + "a.properties\n" + in + "web" + proof);
+    EXPECT_THAT(log.take(),
+                testing::EndsWith("helpLocation: in/c\ndetail: helpLocation: in/b\ndetail: shortName: b\n"
+                                  "detail: helpLocation: in/a\ndetail: shortName: a\ndetail: helpLocation: in/web\n"));
     const auto installed = collector.getInstalledTopLevelDocProducts();
     ASSERT_EQ(installed->size(), 2U);
     EXPECT_EQ(installed->at(0)->getShortName() + installed->at(1)->getShortName(), "ca");
@@ -63,8 +62,7 @@ TEST(Manager, RebuildsWhenARootOrTheFileChanges) {
     const auto write = [&](const char* file) {
         return [&, file] { withCatalogue(file, {})(host), name("$T/named.json")(); };
     };
-    const std::string refused = "Error while parsing $T/bad.json", data = "$T/data/docset.json",
-                      own = "$T/named.json";
+    const std::string refused = "Error while parsing $T/bad.json", data = "$T/data/docset.json", own = "$T/named.json";
     expectRequests(
         host,
         {{"none", {}},

@@ -72,8 +72,7 @@ TEST(Threads, FailedConstructionWaitsForTheEventThatIsHandledAndLeavesNoListener
     host.on([&](const std::string& call) {
         if (call.starts_with("parent")) {
             handling.set_value();
-            std::this_thread::sleep_for(
-                std::chrono::milliseconds(50));  // enough to destroy the cache without waiting
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));  // enough to destroy the cache without waiting
         } else if (call == "listen vorlan.help.DocDataRoot") {
             vorlan::setSetting(s_docRoot, u"/late", "session");
             handling.get_future().wait();

@@ -39,9 +39,7 @@ TEST(Path, BecomesCanonicalIfItExists) {
 
 const std::string s_name = "group.name";
 
-const auto root = [] {
-    return settings::in_vorlan::getSettingsRoot(vlutil::contextmgr::ContextRegistry::getRtxID());
-};
+const auto root = [] { return settings::in_vorlan::getSettingsRoot(vlutil::contextmgr::ContextRegistry::getRtxID()); };
 
 const auto listen = [](const std::function<void(const Event&)>& handler) {
     return settings::in_vorlan::addListener<Event>(root()->getSettingsByFullName(s_name), handler);

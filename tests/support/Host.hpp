@@ -128,9 +128,7 @@ public:
         return answer("listen " + node.getFullName(), &Services::addListener, node, handler);
     }
     fl::ustring installRoot() override { return answer("install root", &Services::installRoot); }
-    fl::ustring supportPackageRoot() override {
-        return answer("support package root", &Services::supportPackageRoot);
-    }
+    fl::ustring supportPackageRoot() override { return answer("support package root", &Services::supportPackageRoot); }
     bool exists(const fl::ustring& path) override {
         return answer("exists " + fl::i18n::to_string(path), &Services::exists, path);
     }
@@ -154,8 +152,7 @@ private:
         return (m_former.*real)(arguments...);
     }
     static std::filesystem::path makeFolder() {
-        std::string pattern =
-            std::filesystem::canonical(std::filesystem::temp_directory_path()) / "docproducts-XXXXXX";
+        std::string pattern = std::filesystem::canonical(std::filesystem::temp_directory_path()) / "docproducts-XXXXXX";
         return ::mkdtemp(pattern.data());
     }
 
@@ -189,8 +186,8 @@ inline Step withCatalogue(const std::string& file, const std::vector<Product>& p
     for (const auto& [displayName, location, shortName, baseCode, status, families] : products) {
         boost::format entry(R"({"product": {"display_name": "%1%", "help_location": "%2%", "short_name": "%3%",
                                 "basecode": "%4%", "status": "%5%", "product_family_list": [%6%]}})");
-        list += (list.empty() ? "" : ",") +
-                str(entry % displayName % location % shortName % baseCode % status % families);
+        list +=
+            (list.empty() ? "" : ",") + str(entry % displayName % location % shortName % baseCode % status % families);
     }
     return withFile(file, R"({"documentation_set": {"format": "", "release": "", "product_list": [)" + list + "]}}");
 }
