@@ -2,9 +2,9 @@
 
 #include "fl/ustring.hpp"
 
-// Reads where the host's support packages live.
+// Finds the host's support packages.
 class SupportPackageRootReader {
 public:
-    // The root as the host set it, empty where there is none. The folder isn't created, nor looked for.
+    // The root that the host has set; empty if there is none. The folder is neither created nor tested.
     fl::ustring getSupportPackageRootNoCreate() const;
 };

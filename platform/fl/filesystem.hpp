@@ -3,16 +3,17 @@
 #include "fl/ustring.hpp"
 #include "foundation/basic_path.hpp"
 
-// The file level of paths. Every call goes through the host's services and throws what they throw.
+// File operations on paths. Each calls the host's services and throws what they throw.
 namespace fl::filesystem {
 
-// True if something is there, of whatever kind, links followed. False for whatever can't be reached: missing, below a
-// file, a link that dangles or loops, a name too long, no permission, a NUL in the text, the empty path.
+// True if the path leads to something, of any kind; links are followed. False if it can't be reached: missing, below
+// a file, a dangling or looping link, a name too long, no permission, a NUL in the text, the empty path.
 bool exists(const upath& path);
 bool exists(const ustring& path);
 
-// The path of an existing entry with links and "." and ".." resolved. A relative path counts from `base`, or from the
-// working directory where `base` is empty. Throws std::filesystem::filesystem_error where the entry can't be reached.
+// The absolute path of an existing entry, without links, "." and "..". A relative path is resolved against `base`, or
+// against the working directory if `base` is empty. Throws std::filesystem::filesystem_error if the entry can't be
+// reached.
 upath canonical(const upath& path, const upath& base);
 
 // The install root of the host application; may be empty.

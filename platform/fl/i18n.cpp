@@ -18,8 +18,8 @@ bool is_ascii(Unit unit) {
     return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80;
 }
 
-// Decodes unit by unit after the ASCII that a text begins with, and hands what is broken to `broken`. A broken
-// sequence ends after its first unit, since the decoder may have swallowed good ones by the time it notices.
+// Copies leading ASCII and decodes the rest, passing each invalid unit to `broken`. Only the first unit of an invalid
+// sequence is dropped, since the decoder may have consumed valid ones before it notices.
 template <class Target, class Source, class Broken>
 std::basic_string<Target> convert(const std::basic_string<Source>& text, Broken broken) {
     auto position = std::find_if_not(text.begin(), text.end(), is_ascii<Source>);

@@ -4,19 +4,18 @@
 
 #include "fl/ustring.hpp"
 
-// Text conversions between UTF-16 and narrow text, which is UTF-8. All of them are total: bad text never throws. What
-// is not valid in the one form has a stand-in in the other, chosen so that every file name that a POSIX system allows
-// survives the way there and back.
+// Conversions between UTF-16 and narrow text, which is UTF-8. All accept any text: invalid text never throws. What is
+// invalid in one form has a substitute in the other, chosen so that every POSIX file name survives the round trip.
 namespace fl::i18n {
 
-// The narrow form, good for opening a file and for messages. An unpaired U+DC80..U+DCFF becomes the byte that it
-// stands for; any other unpaired surrogate becomes U+FFFD.
+// The narrow form, for opening files and for messages. An unpaired U+DC80..U+DCFF becomes the byte that it stands
+// for; any other unpaired surrogate becomes U+FFFD.
 std::string to_string(const ustring& text);
 
-// The reverse of to_string: each byte that is no part of valid UTF-8 becomes the unit U+DC00 + byte.
+// The reverse of to_string: each byte that isn't part of valid UTF-8 becomes the unit U+DC00 + byte.
 ustring to_ustring(const std::string& text);
 
-// The UTF-16 form of UTF-8 bytes; bytes that are none are kept as to_ustring keeps them.
+// The UTF-16 form of UTF-8 text; invalid bytes are kept as in to_ustring.
 ustring utf8_to_ustring(const std::string& text);
 
 }  // namespace fl::i18n

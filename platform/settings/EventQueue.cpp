@@ -18,7 +18,7 @@ void EventQueue::post(ListenerPtr listener, std::shared_ptr<const SettingsValueC
 }
 
 void EventQueue::close(const ListenerPtr& listener) {
-    ChangeHandler dropped;  // let go of outside the lock, like every delivery
+    ChangeHandler dropped;  // destroyed after the lock is released, like every delivery
     std::unique_lock lock(m_mutex);
     listener->open = false;
     if (!onOwnThread()) {
@@ -51,7 +51,7 @@ void EventQueue::stop() {
         return;
     }
     if (onOwnThread()) {
-        m_thread.detach();  // a listener ends the process: no thread can wait for itself
+        m_thread.detach();  // a listener called exit(): a thread can't join itself
         return;
     }
     lock.unlock();
@@ -73,7 +73,7 @@ void EventQueue::run() {
         if (isOpen) {
             call(delivery);
         }
-        delivery = {};  // outside the lock, since it may hold the last of what a listener captured
+        delivery = {};  // without the lock: this may destroy a listener's captures
         lock.lock();
         m_running = nullptr;
         m_delivered += isOpen ? 1 : 0;
@@ -84,7 +84,7 @@ void EventQueue::run() {
 void EventQueue::call(const Delivery& delivery) noexcept {
     try {
         delivery.listener->handler(*delivery.event);
-    } catch (...) {  // a listener's failure harms nobody else
+    } catch (...) {  // a listener's failure affects no other
     }
 }
 

@@ -13,14 +13,14 @@
 namespace settings::core {
 
 // Delivers change events in order, one call at a time, on a thread of its own, which starts with the first event. The
-// lock is never held during a call, so a listener may do anything, end its own registration included. Shared by the
-// host and by every connection, so one that outlives the host's state still finds it; whoever made it calls stop().
+// lock isn't held during a call, so a listener may do anything, including ending its own registration. Owned jointly
+// by the host and every connection, so a connection may outlive the host's state. Its creator calls stop().
 class EventQueue {
 public:
     // A registered handler. Open until close() ends it.
     struct Listener {
         ChangeHandler handler;  // gone once the registration has ended
-        bool open = true;       // guarded, like the handler, by the queue's lock
+        bool open = true;       // like the handler, guarded by the queue's lock
     };
     using ListenerPtr = std::shared_ptr<Listener>;
 
@@ -28,20 +28,20 @@ public:
     EventQueue(const EventQueue&) = delete;
     EventQueue& operator=(const EventQueue&) = delete;
 
-    // Queues one call. Never delivers.
+    // Queues one call. Never delivers it itself.
     void post(ListenerPtr listener, std::shared_ptr<const SettingsValueChangeEvent> event);
 
-    // Ends a registration: its calls still pending are dropped, and the handler with all that it holds is let go of.
-    // A running call is waited for, except on the queue's own thread, where it goes on and keeps the handler.
+    // Ends a registration: pending calls are dropped, and the handler and its captures are destroyed. Waits for a
+    // running call, unless called from it: then the handler stays until the call returns.
     void close(const ListenerPtr& listener);
 
-    // Waits until nothing is pending and nothing runs. Returns at once on the queue's thread.
+    // Waits until no call is pending or running. Returns at once on the queue's thread.
     void wait();
 
-    // Calls that have ended.
+    // The number of calls completed.
     std::uint64_t delivered();
 
-    // Drops what is pending, waits for a running call, and ends the thread for good.
+    // Drops pending calls, waits for a running one, and ends the thread for good.
     void stop();
 
 private:
@@ -57,11 +57,11 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Delivery> m_pending;
-    const Listener* m_running = nullptr;  // of the delivery in hand
+    const Listener* m_running = nullptr;  // null between calls
     std::uint64_t m_delivered = 0;
     bool m_stopped = false;
     std::thread m_thread;
-    std::thread::id m_threadId;  // stays when the thread is detached
+    std::thread::id m_threadId;  // kept when the thread is detached
 };
 
 }  // namespace settings::core

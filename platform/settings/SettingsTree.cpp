@@ -20,7 +20,7 @@ std::size_t levelIndex(const std::string& level) {
     return static_cast<std::size_t>(found - s_levels.begin());
 }
 
-// Ends the registration of its listener. The tree holds the listener weakly, so it is gone with this.
+// Ends its listener's registration on destruction, and owns the listener: the tree holds a weak reference.
 class SettingConnection : public foundation::msg_svc::eventmgr::Connection {
 public:
     SettingConnection(std::shared_ptr<EventQueue> queue, EventQueue::ListenerPtr listener)
@@ -61,9 +61,9 @@ void SettingsTree::set(const std::string& fullName, const std::optional<fl::ustr
     Levels changed = levels;
     changed[index] = value;
     if (effective(changed) != effective(levels)) {
-        raise(fullName);  // under the lock, so that events queue up in the order of the changes
+        raise(fullName);  // under the lock, so that events are queued in the order of the changes
     }
-    levels.swap(changed);  // last, and without a failure: there is no change without its event
+    levels.swap(changed);  // last, and can't fail: if raise() throws, nothing has changed
 }
 
 std::unique_ptr<foundation::msg_svc::eventmgr::Connection> SettingsTree::addListener(const std::string& fullName,

@@ -13,22 +13,22 @@
 
 namespace settings::core {
 
-// The settings of one context, in memory: text by full name and level, and who listens to what. Thread-safe. Held by
-// a shared pointer, since the events that it raises carry handles on it.
+// The settings of one context, in memory: text by full name and level, and the listeners. Thread-safe. Held by a
+// shared pointer, since the events that it raises hold handles to it.
 class SettingsTree : public std::enable_shared_from_this<SettingsTree> {
 public:
     explicit SettingsTree(std::shared_ptr<EventQueue> events);
 
-    // What a read answers: one level's text, or with an empty level the highest one's. Empty where nothing is set.
+    // The text at that level, or with an empty level at the highest that has a value. Empty if there is none.
     fl::ustring get(const std::string& fullName, const std::string& level) const;
 
-    // What one level holds.
+    // The value at that level, if any.
     std::optional<fl::ustring> at(const std::string& fullName, const std::string& level) const;
 
-    // Stores or, given no value, clears. Queues the event if what a read with an empty level answers has changed.
+    // Stores the value, or clears it. Queues the event if that changes the result of a read with an empty level.
     void set(const std::string& fullName, const std::optional<fl::ustring>& value, const std::string& level);
 
-    // Hears of every change that comes after this call.
+    // Registers a handler for later changes.
     std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(const std::string& fullName,
                                                                            const ChangeHandler& handler);
 

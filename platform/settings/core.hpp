@@ -11,28 +11,28 @@ namespace settings::core {
 
 class SettingsTree;
 
-// A handle on one node of a context's settings tree: the root, a group, or a setting. Nodes are addressed by full
-// name, its parts joined with "."; the root's is empty. A handle on a name is given out whether or not anything was
-// stored there, and keeps its tree alive.
+// A handle to one node of a context's settings tree: the root, a group, or a setting. Nodes are addressed by full
+// name, its parts joined with "."; the root's is empty. A handle exists whether or not anything is stored under its
+// name, and keeps its tree alive.
 //
-// A setting holds text at up to three levels, "factory", "user" and "session", the last being the highest. Any thread
-// may use any handle. Every operation goes through the host's services and throws what they throw; the real ones
-// throw std::invalid_argument for a level of another name.
+// A setting holds text at up to three levels: "factory", "user" and "session", the highest. Any thread may use any
+// handle. Every operation calls the host's services and throws what they throw; the real ones throw
+// std::invalid_argument for any other level.
 class Settings {
 public:
     Settings(std::shared_ptr<SettingsTree> tree, std::string fullName);
 
-    // The text of the setting `name` below this node. With an empty level: of the highest level that holds a value,
-    // the empty text being a value like any other; otherwise of that level alone. Empty where nothing is set.
+    // The text of the setting `name` below this node: at that level, or with an empty level at the highest that has a
+    // value, the empty text being a value like any other. Empty if there is none.
     template <class T>
     T get(const std::string& name, const std::string& level) const;
 
-    // Stores the text at the level. Listeners of the setting hear of it, later and on another thread, if that changes
-    // what a read with an empty level answers.
+    // Stores the text at the level. If that changes the result of a read with an empty level, the setting's listeners
+    // are called, later and on another thread.
     template <class T>
     void set(const std::string& name, const T& value, const std::string& level);
 
-    // The node of that full name, counted from the root.
+    // The node of that full name, from the root.
     boost::shared_ptr<Settings> getSettingsByFullName(const std::string& fullName) const;
 
     // The node above; null for the root.
@@ -52,7 +52,7 @@ fl::ustring Settings::get<fl::ustring>(const std::string& name, const std::strin
 template <>
 void Settings::set<fl::ustring>(const std::string& name, const fl::ustring& value, const std::string& level);
 
-// Says that the value of a setting has changed. It carries no value: whoever hears of it reads the present one.
+// Reports that the value of a setting has changed. It holds no value: the listener reads the present one.
 class SettingsValueChangeEvent {
 public:
     explicit SettingsValueChangeEvent(boost::shared_ptr<Settings> subject);

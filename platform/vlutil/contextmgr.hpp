@@ -2,7 +2,7 @@
 
 namespace vlutil::contextmgr {
 
-// Identifies a runtime context, whose settings are its own. The host gives out the numbers.
+// Identifies a runtime context, which has settings of its own. The host assigns the numbers.
 struct RtxID {
     unsigned value = 0;
     friend bool operator<(RtxID left, RtxID right) { return left.value < right.value; }

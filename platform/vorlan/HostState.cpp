@@ -11,7 +11,7 @@ HostState::HostState() {
     openSettings();
 }
 
-// The queue comes to its end first: until then a listener may ask for any part of the state.
+// The queue is stopped first: until then a listener may use any part of the state.
 HostState::~HostState() {
     m_events->stop();
 }

@@ -27,7 +27,7 @@ public:
     vlutil::contextmgr::RtxID context() const;
     void setContext(vlutil::contextmgr::RtxID context);
 
-    // The settings of a context, null where it has none.
+    // The settings of a context; null if it has none.
     std::shared_ptr<settings::core::SettingsTree> settings(vlutil::contextmgr::RtxID context) const;
     std::shared_ptr<settings::core::SettingsTree> currentSettings() const { return settings(context()); }
     void openSettings();

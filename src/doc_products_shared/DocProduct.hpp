@@ -7,16 +7,16 @@
 
 namespace doc_products_shared {
 
-// One family that a product belongs to: UTF-8 text as the catalogue holds it, untrimmed. Immutable. Accessors refer
-// into the record and are valid as long as it lives.
+// A family that a product belongs to: UTF-8 text as in the catalogue, not trimmed. Immutable. References returned are
+// valid for the lifetime of the object.
 class ProductFamily {
 public:
     ProductFamily(std::string family, std::string group) : m_family(std::move(family)), m_group(std::move(group)) {}
 
-    // The family's name. "webonlyproducts" marks a product that exists on the web only.
+    // The family's name. "webonlyproducts" marks a product that is documented on the web only and never installed.
     const std::string& getFamily() const;
 
-    // The group's name; empty where the catalogue names none.
+    // The group's name; empty if the catalogue has none.
     const std::string& getGroup() const;
 
 private:
@@ -24,9 +24,9 @@ private:
     std::string m_group;
 };
 
-// One documentation product: UTF-8 text as the catalogue holds it, untrimmed and unchecked, any of it possibly empty.
-// Immutable, and shared by pointer: it outlives the catalogue that it came from as long as somebody holds it.
-// Accessors refer into the record and are valid as long as it lives.
+// A documentation product: UTF-8 text as in the catalogue, neither trimmed nor validated; any of it may be empty.
+// Immutable, and shared by pointer, so it may outlive its catalogue. References returned are valid for the lifetime
+// of the object.
 class DocProduct {
 public:
     DocProduct(std::string displayName, std::string helpLocation, std::string shortName, std::string baseCode,
@@ -39,10 +39,10 @@ public:
           m_availability(std::move(availability)),
           m_productFamilies(std::move(productFamilies)) {}
 
-    // The name shown to people.
+    // The name shown to users.
     const std::string& getDisplayName() const;
 
-    // Where the product's documentation lies: a path relative to the data root.
+    // The folder of the product's documentation, relative to the data root.
     const std::string& getHelpLocation() const;
 
     // The short name; it also names the product's .properties file in the catalogue folder.
@@ -50,10 +50,10 @@ public:
 
     const std::string& getBaseCode() const;
 
-    // An alternative short name; empty where the catalogue has none.
+    // An alternative short name; empty if the catalogue has none.
     const std::string& getAltShortName() const;
 
-    // The availability status, for callers alone; empty where the catalogue has none.
+    // The value of "status" in the catalogue, which the library doesn't interpret; empty if there is none.
     const std::string& getAvailability() const;
 
     // The families in file order; may be empty.

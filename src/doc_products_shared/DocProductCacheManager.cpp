@@ -32,7 +32,7 @@ void DocProductCacheManager::validateDocCollector() const {
     if (docroot == s_docroot && docDataRoot == s_docDataRoot && !s_forceRebuild) {
         return;
     }
-    // Before the collector is built: a rebuild that fails isn't tried again until something changes.
+    // Before the collector is built, so that a rebuild that fails isn't tried again until something changes.
     s_docroot = std::move(docroot);
     s_docDataRoot = std::move(docDataRoot);
     s_forceRebuild = false;

@@ -29,7 +29,7 @@ const std::string s_propertiesSuffix = ".properties";
 
 constexpr std::size_t s_namesPerProduct = 5;
 
-// True if one of the two files that prove a product exists.
+// True if either file that proves a product exists.
 bool isDoccenterPropertiesExist(const fl::ustring& dataRoot, const std::string& helpLocation,
                                 const std::string& shortName) {
     FUNCTION_TRACE(
@@ -56,7 +56,7 @@ bool isWebonlyProduct(const DocProductPtr product) {
                        [](const ProductFamily& family) { return family.getFamily() == s_webonlyFamily; });
 }
 
-// Enters the product under each of its names; a later product takes over a name that it shares.
+// Adds the product under each of its names. Of products that share a name the last one keeps it.
 void populateProductsMap(TopLevelDocProductMap& map, const TopLevelDocProductPtr product) {
     FUNCTION_TRACE(
         "void (anonymous namespace)::populateProductsMap(TopLevelDocProductMap &, const TopLevelDocProductPtr)");

@@ -38,9 +38,9 @@ const std::string s_productFamilyList = "product_family_list";
 const std::string s_productFamily = "product_family";
 const std::string s_family = "family";
 const std::string s_group = "group";
-const std::string s_absent;  // the value of an optional key that isn't there
+const std::string s_absent;  // the value of an absent optional key
 
-// Looking a key up fails on anything but an object, so a chain of look-ups checks each level on its way.
+// Looking up a key throws on anything but an object, so a chain of look-ups checks every level.
 
 const std::vector<Value>& arrayAt(const Value& object, const std::string& key) {
     return object[key].get<std::vector<Value>>();
@@ -54,7 +54,7 @@ const std::string& optionalStringAt(const Value& object, const std::string& key)
     return object.contains(key) ? stringAt(object, key) : s_absent;
 }
 
-// The order in which values are read decides which of two faults is reported, here and below.
+// The order of reading decides which of several faults is reported, here and below.
 
 ProductFamily readFamily(const Value& entry) {
     const Value& family = entry[s_productFamily];

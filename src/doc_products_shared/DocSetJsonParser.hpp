@@ -12,17 +12,17 @@ namespace doc_products_shared {
 //                      "basecode": "AK", "alt_short_name": "ak", "status": "current",
 //                      "product_family_list": [{"product_family": {"family": "kits", "group": "tools"}}]}}]}}
 //
-// `alt_short_name`, `status` and `group` may be left out and are then the empty text; every other key shown is
-// required. Values have the type shown and no other, `null` included. Other keys are ignored, at every level. No text
-// is judged.
+// `alt_short_name`, `status` and `group` may be omitted, which gives the empty text; every other key shown is
+// required. Values must have the type shown; `null` is not accepted. Other keys are ignored, at every level. The
+// content of strings isn't validated.
 //
-// Holds nothing, so any instance does, and any number of threads may use one.
-class DocSetJsonParser {  // its operations are listed in the library's version script
+// Stateless: any number of threads may share an instance.
+class DocSetJsonParser {  // exported: see src/docproducts.map
 public:
     // The contents of the file; `path` is UTF-16 text in native form. A file that doesn't exist gives the empty set
-    // and a diagnostic at `error`. Anything else that goes wrong, one bad value included, gives nothing of the file:
-    // the cause goes to std::cerr, alone and without a line end, and std::runtime_error comes out with "Error while
-    // parsing " + path. Only what the test for the file throws, and what is no std::exception, comes out unchanged.
+    // and an error in the log. Any other failure, a single bad value included, rejects the whole file: the cause is
+    // written to std::cerr without a line end, and std::runtime_error "Error while parsing " + path is thrown.
+    // Exceptions from the test for the file, and those not derived from std::exception, are passed on unchanged.
     DocumentationSet parse(const fl::ustring& path) const;
 };
 

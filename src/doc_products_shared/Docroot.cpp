@@ -30,8 +30,8 @@ const std::string s_helpGroup = setting_names::helpGroup;
 const std::string s_docRoot = setting_names::docRoot;
 const std::string s_docDataRoot = setting_names::docDataRoot;
 
-// Hands the setting's present text to the callback. The text comes from the group node and not from the event, so of
-// two quick changes both may read the later.
+// Calls back with the setting's present value, not the event's: after two quick changes both calls may see the later
+// one.
 void handleChange(const SettingsValueChangeEvent& event, const std::string& name,
                   const std::function<void(const fl::ustring&)>& callback) {
     try {
@@ -47,8 +47,8 @@ void handleChange(const SettingsValueChangeEvent& event, const std::string& name
     }
 }
 
-// Listens on one setting, unless `connection` already does. Without settings, or after a failure, `connection` stays
-// as it was.
+// Listens on one setting, unless `connection` already does. Without settings, or after a failure, `connection` is
+// unchanged.
 void setSettingListener(const std::string group, const std::string name, std::unique_ptr<Connection>& connection,
                         const std::function<void(const fl::ustring&)>& callback) {
     FUNCTION_TRACE(
@@ -106,7 +106,7 @@ Docroot::~Docroot() {
     closeListeners();
 }
 
-// Before the cache goes, so that no event finds it gone.
+// Called before the cache is destroyed, so that no handler finds it gone.
 void Docroot::closeListeners() noexcept {
     m_docDataRootChangeListener.reset();
     m_docRootChangeListener.reset();

@@ -20,22 +20,23 @@ using TopLevelDocProductPtr = std::shared_ptr<const TopLevelDocProduct>;
 using TopLevelDocProductVectorPtr = std::shared_ptr<const std::vector<TopLevelDocProductPtr>>;
 using TopLevelDocProductMap = std::unordered_map<std::string, TopLevelDocProductPtr>;
 
-// The contents of one catalogue file. Default-constructed, it has empty texts and no products, as for a file that
-// doesn't exist. Copies share the products. Accessors refer into the set and are valid as long as it lives unchanged.
+// The contents of a catalogue file: every product, installed or not, as DocSetJsonParser reads it.
+// DocProductCollector knows which are installed. By default, and for a file that doesn't exist, the texts are empty
+// and there are no products. Copies share the products. References returned are valid until the set changes.
 class DocumentationSet {
 public:
     DocumentationSet() = default;
     DocumentationSet(std::string format, std::string release)
         : m_format(std::move(format)), m_release(std::move(release)) {}
 
-    // The catalogue's format, and the release that it describes: text as the file holds it, never interpreted.
+    // The catalogue's format, and the release that it describes; not interpreted.
     const std::string& getFormat() const;
     const std::string& getRelease() const;
 
-    // The products in the order in which they were added, none left out.
+    // The products, in the order in which they were added.
     const std::vector<TopLevelDocProductPtr>& getTopLevelProducts() const;
 
-    // Appends a product, also one that is there already.
+    // Appends a product, even if the set already has it.
     void addTopLevelProduct(std::shared_ptr<const TopLevelDocProduct> product);
 
 private:

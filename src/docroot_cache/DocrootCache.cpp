@@ -28,8 +28,7 @@ const std::string s_docDataRoot = setting_names::docDataRoot;
 
 const fl::ustring s_helpFolder = u"help";
 
-// The group node, sought anew on each access: no handle survives from one call to the next. Null where there are no
-// settings.
+// The group node, looked up on every access; no handle is kept between calls. Null if there are no settings.
 boost::shared_ptr<settings::core::Settings> getSettingsHelpRoot() {
     FUNCTION_TRACE("boost::shared_ptr<settings::core::Settings> (anonymous namespace)::getSettingsHelpRoot()");
     boost::shared_ptr<settings::core::Settings> helpRoot;
@@ -70,7 +69,7 @@ fl::ustring readSupportPackageRoot() {
     return spRoot;
 }
 
-// True if the file that proves installed documentation stands in the folder.
+// True if the folder holds the file, which proves installed documentation.
 bool holdsProof(const upath& installedDocRoot, const fl::ustring& fileName) {
     const upath installedDocFile = installedDocRoot / fileName;
     DIAGNOSTIC(note, "installedDocFile ", installedDocFile);
@@ -95,7 +94,7 @@ upath getInstalledDocRoot() {
     return {};
 }
 
-// The path that the redirect file's text names, relative ones counted from the default root.
+// The path that the redirect file names; a relative one is resolved against the default root.
 upath redirectTarget(const std::string& text, const upath& defaultDocroot) {
     upath target(fl::i18n::utf8_to_ustring(text));
     if (fl::filesystem::detail::is_absolute(target.native())) {
@@ -148,7 +147,7 @@ void DocrootCache::setDocContentRoot(const upath& path) {
 void DocrootCache::setDocroot(const upath& path) {
     FUNCTION_TRACE("void docroot_cache::DocrootCache::setDocroot(const fl::filesystem::upath &)");
     setDocContentRoot(path);
-    // The argument itself: an empty one doesn't stand for the root that was resolved in its place.
+    // `path`, not m_docroot: an empty argument doesn't move the data root to the resolved root.
     if (isValidDataRoot(path)) {
         setDocDataRoot(path);
     }

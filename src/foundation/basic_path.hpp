@@ -10,7 +10,7 @@ namespace fl::filesystem {
 
 namespace detail {
 
-// What a path asks of the text level, for one pair of character types.
+// The text functions that a path of these character types uses.
 template <class Narrow, class Unit>
 struct path_traits;
 
@@ -24,9 +24,9 @@ struct path_traits<char, char16_t> {
 
 }  // namespace detail
 
-// A path: text in native form, absolute or relative, never looked up or normalised. The empty text is the empty path,
-// which the library uses for "no value". A plain value: copies share nothing, and a moved-from path may hold any
-// text.
+// A path: text in native form, absolute or relative; the disk isn't consulted and nothing is normalised. The empty
+// text is the empty path, which the library uses for "no value". Copies share nothing; a moved-from path has
+// unspecified text.
 template <class Narrow, class Unit, class Traits>
 class basic_path {
 public:
@@ -34,15 +34,15 @@ public:
 
     basic_path() = default;
 
-    // The empty text gives the empty path; any other is brought into native form.
+    // Converts the text to native form; the empty text gives the empty path.
     explicit basic_path(const string_type& text) : m_text(text.empty() ? string_type() : Traits::native_form(text)) {}
 
-    // The text, in code units without a terminator. Valid until the path changes.
+    // The text, in code units. Valid until the path changes.
     const string_type& native() const noexcept { return m_text; }
 
     bool empty() const noexcept { return m_text.empty(); }
 
-    // Appends a component; an empty one changes nothing, and on the empty path the component stands alone.
+    // Appends a component, after a separator unless the path is empty or ends in one. An empty one changes nothing.
     basic_path& operator/=(const string_type& component) {
         if (!component.empty()) {
             Traits::append(m_text, component, m_flag);
@@ -55,14 +55,14 @@ public:
         return path;
     }
 
-    // Text alone counts: the same code units, "/a" and "/a/" being different paths.
+    // Compares the text, code unit by code unit: "/a" and "/a/" are different paths.
     friend bool operator==(const basic_path& left, const basic_path& right) noexcept {
         return left.m_text == right.m_text;
     }
 
 private:
     string_type m_text;
-    bool m_flag = true;  // travels with the text; the host's functions ask for it when a component is appended
+    bool m_flag = true;  // copied with the text; the host's function for appending takes it
 };
 
 using upath = basic_path<char, char16_t, detail::path_traits<char, char16_t>>;

@@ -11,15 +11,15 @@ namespace foundation::log {
 
 class record_composer;
 
-// A piece that goes to the record as UTF-16; the record stream makes narrow text of it. Refers to the text.
+// A piece that is written as UTF-16 and converted by the record's stream. Refers to the text.
 struct utf16_piece {
     const fl::ustring& text;
 };
 
-// One diagnostic: a record being opened, written and pushed. Use the statement below, which keeps the rule that no
-// piece is evaluated unless there is a record to write it to. A failure while the pieces are evaluated or written
-// drops the record and goes on to the caller. Pieces are narrow text, UTF-16 text, paths and booleans; the latter
-// print as words, and UTF-16 as fl::i18n::to_string tells.
+// One diagnostic: opens, writes and pushes a record. Use the DIAGNOSTIC statement below, which evaluates the pieces
+// only if there is a record to write. If evaluating or writing a piece throws, the record is dropped and the
+// exception reaches the caller. Pieces are narrow text, UTF-16 text, paths and booleans. Booleans print as "true" and
+// "false"; UTF-16 text is converted by the rules of fl::i18n::to_string.
 class diagnostic {
 public:
     diagnostic(basic_diagnostic_logger<char>& logger, level which) {
@@ -31,10 +31,10 @@ public:
     diagnostic& operator=(const diagnostic&) = delete;
     ~diagnostic() = default;
 
-    // False where the level is off or the core refused the record.
+    // False if the level is off or the core refused the record.
     explicit operator bool() const noexcept { return m_record != nullptr; }
 
-    // Writes the pieces in order, with nothing between them, and pushes the record.
+    // Writes the pieces in order, without separators, and pushes the record.
     template <class... Pieces>
     void write(const Pieces&... pieces) {
         (put(pieces), ...);
@@ -53,7 +53,7 @@ private:
     void put(utf16_piece piece);
     void push();
 
-    // A template, so that no other type turns into a bool on the way.
+    // A template, so that a pointer can't convert to bool.
     template <std::same_as<bool> Bool>
     void put(Bool value) {
         put(value ? std::string_view("true") : std::string_view("false"));
@@ -64,8 +64,8 @@ private:
 
 }  // namespace foundation::log
 
-// Logs the pieces at a level, written `note`, `detail` or `error`, to the module's s_logger. With the level off it
-// costs one load and one test, and the pieces aren't evaluated.
+// Logs the pieces to the module's s_logger at a level: `note`, `detail` or `error`. If the level is off, this costs a
+// load and a test, and the pieces aren't evaluated.
 #define DIAGNOSTIC(which, ...)                                                                               \
     do {                                                                                                     \
         if (::foundation::log::diagnostic statement(s_logger, ::foundation::log::level::which); statement) { \

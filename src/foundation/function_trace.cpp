@@ -20,7 +20,7 @@ void function_trace::leave() noexcept {
     try {
         add_depth(*logger, -1);
         log_exit();
-    } catch (...) {  // the record is lost, the operation's outcome stands
+    } catch (...) {  // the record is lost; the operation's outcome is unaffected
     }
 }
 

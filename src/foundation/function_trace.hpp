@@ -8,16 +8,15 @@
 
 namespace foundation::log {
 
-// Marks an operation in the log: a record at `enter` where it is created, one at `exit` where it goes, both with the
-// operation's signature, and everything logged between them one level deeper. The exit record ends in " [throw]"
-// where an exception leaves the scope. The texts are literals, which the scope refers to. Lives on the stack of one
-// thread.
+// Traces a scope: logs the operation's signature at `enter` on construction and at `exit` on destruction, with
+// everything logged in between one level deeper. The exit record ends in " [throw]" if an exception leaves the scope.
+// Refers to the texts, which are literals. An object belongs to one thread.
 //
-// Whether the `enter` level is on counts at the creation alone, so depth always comes out even. The exit record
-// doesn't ask for the `exit` level: only the core can refuse it.
+// The `enter` level is tested once, on construction, so each increment of the depth has its decrement. The exit
+// record ignores the `exit` level; only the core's filters can drop it.
 class function_trace {
 public:
-    // Throws what the entry record throws; nothing is traced then.
+    // Throws what the entry record throws; the scope isn't traced then.
     function_trace(basic_diagnostic_logger<char>& log, std::string_view signature, std::string_view module,
                    std::int32_t moduleLine)
         : logger(&log),
@@ -46,13 +45,13 @@ private:
     basic_diagnostic_logger<char>* logger;
     bool enabled;
     std::string_view function;               // the signature
-    [[maybe_unused]] std::string_view file;  // where the scope stands: for a debugger, in no record
+    [[maybe_unused]] std::string_view file;  // for a debugger; not logged
     [[maybe_unused]] std::int32_t line;
-    std::int32_t uncaught;  // exceptions in flight at the start; not asked for while the level is off
+    std::int32_t uncaught;  // std::uncaught_exceptions() at construction; 0 if the level is off
 };
 
 }  // namespace foundation::log
 
-// Opens a trace scope on the module's s_logger, to the end of the enclosing block.
+// Traces the rest of the enclosing block with the module's s_logger.
 #define FUNCTION_TRACE(signature) \
     const ::foundation::log::function_trace functionTrace(s_logger, signature, __FILE_NAME__, __LINE__)

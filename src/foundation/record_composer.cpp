@@ -22,8 +22,8 @@ constexpr bool is_low_surrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-// UTF-16 to narrow text as fl::i18n::to_string does it, for a text that is given whole: the standard facet throws at
-// an unpaired surrogate, and never comes to an end where the text ends in a high one.
+// Converts UTF-16 by the rules of fl::i18n::to_string; each text must be given whole. The standard facet throws on an
+// unpaired surrogate and loops forever on a text that ends in a high one.
 class total_codecvt : public std::codecvt<char16_t, char, std::mbstate_t> {
 protected:
     result do_out(state_type& /*state*/, const char16_t* from, const char16_t* from_end, const char16_t*& from_next,
@@ -43,7 +43,7 @@ protected:
     }
 };
 
-// Made at the start, so that it outlasts every object that waits at its own end for an event, which may log.
+// Built at load time: it must outlive every object whose destructor waits for an event handler, which may log.
 const std::locale s_messageLocale(std::locale::classic(), new total_codecvt);
 
 }  // namespace

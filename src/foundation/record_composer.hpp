@@ -9,22 +9,21 @@
 
 namespace foundation::log {
 
-// Opens a record at a level: empty if logging is off or the core refuses it. The logger's lock is held for the
-// opening alone.
+// Opens a record at a level; empty if logging is off or the core refuses it. Holds the logger's lock only meanwhile.
 boost::log::record open_record(basic_diagnostic_logger<char>& logger, level which);
 
 // Changes the calling thread's nesting depth in the logger.
 void add_depth(basic_diagnostic_logger<char>& logger, long change);
 
-// Gives the stream the locale in which messages are written: plain numbers, and a conversion of UTF-16 that is total,
-// so that no text in a message can fail.
+// Imbues the locale of messages: no digit grouping, and a UTF-16 conversion that accepts any text, so that no message
+// fails on its content.
 void imbue_message_locale(boost::log::record_ostream& stream);
 
-// An open record with the stream that writes its message. Gives the stream back at the end of its life; a record that
-// wasn't pushed by then is dropped.
+// An open record and the stream that writes its message. The destructor returns the stream and drops a record that
+// wasn't pushed.
 class record_composer {
 public:
-    // Takes over a record that isn't empty.
+    // The record must not be empty.
     record_composer(basic_diagnostic_logger<char>& logger, boost::log::record record);
     record_composer(const record_composer&) = delete;
     record_composer& operator=(const record_composer&) = delete;
@@ -36,8 +35,8 @@ public:
 private:
     using stream_provider = boost::log::aux::stream_provider<char>;
 
-    // The provider keeps the stream for the thread's next record, perhaps longer than this library stays loaded: it
-    // goes back without the library's locale.
+    // The provider reuses the stream, perhaps after this library is unloaded, so the library's locale is removed
+    // first.
     struct return_compound {
         void operator()(stream_provider::stream_compound* compound) const noexcept {
             compound->stream.imbue(std::locale::classic());

@@ -5,13 +5,12 @@
 
 namespace foundation {
 
-// The bytes of a file from first to last, unchanged. `path` is the narrow form. A file that can't be opened reads as
-// empty, and whatever stops the reading, as with a folder, ends the text there; only a lack of memory throws.
+// The bytes of a file, unchanged. `path` is in narrow form. A file that can't be opened reads as empty; a read error
+// (a folder, say) ends the text at that point. Throws only std::bad_alloc.
 std::string read_text_file(const std::string& path);
 
-// Removes from both ends of a text what the global locale's std::ctype<char> classes as space, going by the locale
-// that is global when the trimmer is made. A byte with the top bit set is never space, whatever the locale says, so
-// UTF-8 stays whole.
+// Removes white space from both ends of a text: what std::ctype<char> classifies as space, using the global locale at
+// the time of construction. A byte from 0x80 on is never space, whatever the locale says, so UTF-8 stays intact.
 class trimmer {
 public:
     void operator()(std::string& text) const;

@@ -44,8 +44,8 @@ struct ParserException::Location {
 
     std::string message(ParseResult result, const std::string& description) const {
         std::ostringstream text;
-        text.exceptions(std::ios_base::badbit);  // a lack of memory comes out, instead of a message cut short
-        text.imbue(std::locale::classic());      // a host's locale may group digits
+        text.exceptions(std::ios_base::badbit);  // so that bad_alloc propagates instead of truncating the message
+        text.imbue(std::locale::classic());      // the global locale may group digits
         text << "JSON ParserException (E" << std::setw(4) << std::setfill('0') << static_cast<std::uint32_t>(result)
              << "): " << description << " (Line " << line << ", Column " << column << ")\n\t" << source << "\n\t"
              << std::string(caret, ' ') << '^';

@@ -8,20 +8,20 @@
 
 namespace foundation::json {
 
-// What parse throws for a text that it refuses. Finds the line and column of the failure, cuts the piece of the text
-// around it, and says both in a message of three lines, the last of them without a line feed:
+// Thrown by parse for a text that it refuses. what() gives the line and column of the failure and quotes the text
+// around it, in three lines, the last of them without a line feed:
 //
 //     JSON ParserException (E0015): Expected "," or "]" after an array element (Line 1, Column 3)
 //     <tab>[1 2]
 //     <tab>   ^
 //
-// All counting is in bytes, and only the line feed 0x0A ends a line: a carriage return stays in the piece. A tab or a
-// byte of a multi-byte character counts as one, so after such a byte the caret may stand beside its target. Owns
-// everything that it tells, so it outlives the text.
+// Positions count bytes. Only the line feed 0x0A ends a line; a carriage return is part of it. A tab is one column
+// and a multi-byte character one column per byte, so after either the caret may be off. Keeps copies, so it may
+// outlive the text.
 class ParserException : public std::runtime_error {
 public:
-    // `begin` and `end` delimit the whole text; `current`, from `begin` up to and including `end`, is where it fails.
-    // A NUL byte in the piece ends what() there.
+    // `begin` and `end` delimit the whole text; `current`, from `begin` up to and including `end`, is the position of
+    // the failure. A NUL byte in the quoted text ends what() there.
     ParserException(const std::string::const_iterator& begin, const std::string::const_iterator& current,
                     const std::string::const_iterator& end, ParseResult result, const std::string& description);
     ~ParserException() override;
@@ -37,10 +37,10 @@ public:
     // Bytes from the start of the line, counted from 0 and not limited.
     std::size_t column() const noexcept { return m_column; }
 
-    // Where the failure stands in source(): the column, but at most 80.
+    // The position of the failure in source(), counted from 0: the column, but at most 80.
     std::size_t caret() const noexcept { return m_caret; }
 
-    // The piece of the line from at most 80 bytes before the failure to at most 80 bytes after it, without a line
+    // The part of the line from at most 80 bytes before the failure to at most 80 bytes after it, without its line
     // feed. Empty for a failure on an empty line.
     const std::string& source() const noexcept { return m_source; }
 

@@ -24,7 +24,8 @@ struct Get : boost::static_visitor<const T&> {
     }
 };
 
-// Member by member: a map's own copy recurses down its tree, and on top of the nesting that takes too much stack.
+// Member by member: std::map's copy recurses over its own tree, which on top of the document's nesting takes too much
+// stack.
 struct Copy : boost::static_visitor<Value::Storage> {
     Value::Storage operator()(const Members& members) const { return Members(members.begin(), members.end()); }
 
@@ -53,7 +54,7 @@ Value::Value(Value&& other) = default;  // NOLINT(performance-noexcept-move-cons
 Value& Value::operator=(const Value& other) = default;
 Value::~Value() = default;
 
-// A string that is moved onto itself would come out empty.
+// Self-move would leave a string empty.
 Value& Value::operator=(Value&& other) {  // NOLINT(performance-noexcept-move-constructor)
     if (this != &other) {
         m_storage = std::move(other.m_storage);

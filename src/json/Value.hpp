@@ -11,8 +11,9 @@ namespace foundation::json {
 
 class Value;
 
-// The tags of an absent value and of the literal null. Their constructors are not noexcept on purpose: a variant that
-// fails to change its alternative falls back to the first one that is built without a throw, and that is to be bool.
+// The tags of an absent value and of the literal null. Their constructors are deliberately not noexcept: after a
+// failed assignment boost::variant falls back to its first alternative with a noexcept default constructor, which
+// must be bool.
 struct Undefined {
     Undefined();
 };
@@ -67,7 +68,7 @@ struct traits<unsigned long long> {
     static constexpr const char* name = "unsigned integer";
 };
 
-// What a caller can read out of a Value. Bools and numbers are kept, but nobody reads them.
+// The types that `get` serves. Bools and numbers are stored, but reachable through `storage` alone.
 template <class T>
 concept Readable = std::same_as<T, std::string> || std::same_as<T, std::vector<Value>> ||
     std::same_as<T, std::map<std::string, Value>>;
@@ -87,16 +88,16 @@ concept Readable = std::same_as<T, std::string> || std::same_as<T, std::vector<V
 //     8      long long                      an element of a signed typed array
 //     9      unsigned long long             an element of an unsigned typed array
 //
-// Reading is strict: no alternative is ever converted to another, and an empty string, array or object is a value
-// like any other. Any number of threads may read one Value while nobody writes to it. Copying and destroying recurse
-// once a level, so a tree built by hand is limited by the stack; one that parse returns never is.
+// Reading is strict: no alternative is converted to another, and an empty string, array or object is a value like any
+// other. Any number of threads may read a Value that nobody writes to. Copying and destruction recurse once per
+// level. `parse` bounds the depth; whoever builds a tree by hand must bound it too.
 class Value {
 public:
     using Storage =
         boost::variant<Undefined, Null, bool, double, std::string, boost::recursive_wrapper<std::vector<Value>>,
                        boost::recursive_wrapper<std::map<std::string, Value>>, float, long long, unsigned long long>;
 
-    // Undefined, for the whole process: an absent key yields a reference to this very object.
+    // Undefined. Looking up an absent key returns a reference to this object.
     static const Value UNDEFINED;
 
     // From an rvalue the content is moved in; a vector or a map moves into a new heap object.
@@ -111,11 +112,11 @@ public:
     Value(std::map<std::string, Value> members);
     Value(const char*) = delete;  // would become a bool
 
-    // A moved-from Value keeps its alternative, and its string, vector or map is empty; only a move assignment
-    // between two vectors or two maps exchanges them instead. Moving a vector or map anywhere else allocates, hence
-    // no noexcept. Assigning a Value to itself changes nothing; assigning it a part of itself is forbidden. When a
-    // change to a vector or map fails, the old content is gone: the target holds a meaningless bool, and the
-    // exception goes on. A string that cannot be copied leaves the target as it was.
+    // A moved-from Value keeps its alternative, and its string, vector or map is empty, except that a move assignment
+    // between two vectors or two maps swaps them. Any other move of a vector or map allocates, so moves aren't
+    // noexcept. Self-assignment changes nothing; a Value must not be assigned a part of itself. If a change to a
+    // vector or map throws, the old content is lost and the target holds an unspecified bool. If copying a string
+    // throws, the target is unchanged.
     Value(const Value& other);
     Value(Value&& other);  // NOLINT(performance-noexcept-move-constructor)
     Value& operator=(const Value& other);
@@ -123,19 +124,19 @@ public:
     ~Value();
 
     // The content, valid until this Value changes. Throws std::runtime_error "invalid conversion: <held> to <asked>"
-    // if it is not exactly a T.
+    // if it isn't a T.
     template <Readable T>
     const T& get() const;
 
-    // The member under that key, or UNDEFINED if there is none. Never inserts. Throws as get of a map does on
-    // everything but an object.
+    // The member with that key, or UNDEFINED if there is none. Never inserts. Throws like get of a map if this isn't
+    // an object.
     const Value& operator[](const std::string& key) const;
 
-    // Whether this is an object with that key, be its value null. False on everything else; throws nothing.
+    // True if this is an object that has the key, even with the value null. Doesn't throw.
     bool contains(const std::string& key) const;
 
-    // Replaces the content by a T, in place, and returns it: a vector or a map costs one heap object and no move. If
-    // that fails the Value is Undefined. For readers, which build a document from the root.
+    // Replaces the content with a T, in place, and returns it; a vector or map costs one heap object. If that throws,
+    // the Value is Undefined. For readers, which build a document from the root.
     template <class T>
     T& emplace(T content = T());
 

@@ -9,8 +9,7 @@
 
 #include "fl/lcctype.hpp"
 
-// What the readers step over most: single bytes by their class, and runs of blanks and of plain text, eight bytes at
-// a time while the text lasts.
+// The readers' inner loops: byte classes, and runs of blanks or plain text skipped eight bytes at a time.
 namespace foundation::json {
 
 using Position = std::string::const_iterator;
@@ -28,18 +27,18 @@ inline Word load_word(Position position) {
     return word;
 }
 
-// A word of that byte alone.
+// That byte, eight times.
 constexpr Word repeat(char byte) {
     return ~Word{0} / 0xFF * static_cast<unsigned char>(byte);
 }
 
-// 0x80 in the place of each byte that is 0, and 0 elsewhere.
+// 0x80 for each byte that is 0, and 0 for the others.
 constexpr Word zero_bytes(Word word) {
     constexpr Word low_bits = repeat(0x7F);
     return ~(((word & low_bits) + low_bits) | word | low_bits);
 }
 
-// How many bytes of the text stand before the first that is not 0 in `word`.
+// How many bytes, in text order, precede the first non-zero byte of `word`.
 constexpr int leading_zero_bytes(Word word) {
     return (std::endian::native == std::endian::little ? std::countr_zero(word) : std::countl_zero(word)) / 8;
 }

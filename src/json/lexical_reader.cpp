@@ -24,7 +24,7 @@ bool accept(char byte, Position& position, Position end) {
     return true;
 }
 
-// What ends the comment that opens here; empty where none does.
+// The terminator of the comment that starts here; empty if none does.
 std::string_view comment_terminator(Position position, Position end) {
     if (end - position < 2 || *position != '/') {
         return {};
@@ -32,13 +32,13 @@ std::string_view comment_terminator(Position position, Position end) {
     return position[1] == '*' ? "*/" : position[1] == '/' ? "\n" : "";
 }
 
-// The opener's own bytes close nothing: "/*/" is still open.
+// The search starts after the opener: "/*/" is still open.
 Position skip_comment(Position position, Position end, std::string_view terminator) {
     const Position found = std::search(position + 2, end, terminator.begin(), terminator.end());
     return found == end ? end : found + static_cast<std::ptrdiff_t>(terminator.size());
 }
 
-// The byte that a backslash and this one stand for; 0 for one that opens no simple escape.
+// The byte that the escape stands for; 0 if it isn't a simple escape.
 char simple_escape(char selector) {
     switch (selector) {
         case '"':
@@ -60,7 +60,7 @@ char simple_escape(char selector) {
     }
 }
 
-// -1 for a byte that is no hexadecimal digit.
+// -1 if the byte isn't a hexadecimal digit.
 int hex_digit(char byte) {
     if (is_digit(byte)) {
         return byte - '0';
@@ -75,7 +75,7 @@ bool is_high_surrogate(char16_t unit) {
     return (unit & 0xFC00) == 0xD800;
 }
 
-// The escape that must follow a high surrogate; nothing asks whether its unit is a low one.
+// The escape that must follow a high surrogate. Its unit needn't be a low surrogate.
 ParseResult parse_second_unit(char16_t& out, Position& position, Position end) {
     if (end - position < 6) {
         return ParseResult::UnexpectedEnd;
@@ -87,7 +87,7 @@ ParseResult parse_second_unit(char16_t& out, Position& position, Position end) {
     return parse_hex4(out, position, end);
 }
 
-// The cursor stays on the backslash until the whole escape has been read, so that every failure is reported there.
+// The cursor stays on the backslash until the whole escape is read, so every failure is reported there.
 ParseResult parse_unicode_escape(std::string& buffer, Position& position, Position end) {
     Position ahead = position + 2;
     std::array<char16_t, 2> units{};
@@ -120,7 +120,7 @@ ParseResult parse_escape(std::string& buffer, Position& position, Position end) 
     return ParseResult::Ok;
 }
 
-// A digit, and all the digits that follow it.
+// One digit or more.
 ParseResult expect_digit(ParseResult otherwise, Position& position, Position end) {
     if (position == end) {
         return ParseResult::UnexpectedEnd;
@@ -132,7 +132,7 @@ ParseResult expect_digit(ParseResult otherwise, Position& position, Position end
     return ParseResult::Ok;
 }
 
-// Of a leading zero reads that zero alone: the fraction then takes a point, or further digits.
+// After a leading zero reads nothing more: scan_fraction then takes a point, or further digits.
 ParseResult scan_integer_part(Position& position, Position end) {
     accept('-', position, end);
     return accept('0', position, end) ? ParseResult::Ok : expect_digit(ParseResult::ExpectedDigit, position, end);
@@ -157,7 +157,7 @@ ParseResult scan_exponent(Position& position, Position end) {
     return expect_digit(ParseResult::ExpectedExponentDigit, position, end);
 }
 
-// From the first escape on; `start` is where the text begins.
+// Decodes from the first escape on; `start` is the byte after the opening quote.
 ParseResult decode_string(std::string_view& out, std::string& decoded, Position start, Position& position,
                           Position end) {
     decoded.assign(start, position);

@@ -11,6 +11,9 @@
 #include "json/parse.hpp"
 #include "json/typed_integers.hpp"
 
+// A typed array is an object with a "zqtype" and a "zqdata". If the type comes first, the data is read once, as
+// integers. If the data comes first, its type isn't known yet: it is read as an ordinary value, and its position is
+// kept. The type then has it read again, as integers, from that position.
 namespace foundation::json {
 
 namespace {
@@ -21,7 +24,7 @@ using Members = std::map<std::string, Value>;
 constexpr std::string_view s_type_key = "zqtype";
 constexpr std::string_view s_data_key = "zqdata";
 
-// A kind of container: its brackets, and what to report where one of them is missing.
+// A kind of container: its brackets, and what to report if one is missing.
 struct Container {
     char opening;
     char closing;
@@ -32,14 +35,14 @@ struct Container {
 constexpr Container s_array{'[', ']', ParseResult::ExpectedArray, ParseResult::ExpectedArrayDelimiter};
 constexpr Container s_object{'{', '}', ParseResult::ExpectedObject, ParseResult::ExpectedObjectDelimiter};
 
-// Where the reading stands, where the text ends, and what white space is.
+// The position, the end of the text, and the flags, which say what counts as white space.
 struct Cursor {
     Position position;
     Position end;
     unsigned int flags;
 };
 
-// Not to be asked at the end of the text.
+// Requires: not at the end of the text.
 bool accept(char byte, Cursor& cursor) {
     if (*cursor.position != byte) {
         return false;
@@ -57,7 +60,7 @@ ParseResult skip_to_next_byte(Cursor& cursor) {
     return cursor.position == cursor.end ? ParseResult::UnexpectedEnd : ParseResult::Ok;
 }
 
-// After a success, steps over the white space to the next byte, which must be there.
+// After a success, skips white space; UnexpectedEnd if nothing follows.
 ParseResult skip_after(ParseResult result, Cursor& cursor) {
     return result == ParseResult::Ok ? skip_to_next_byte(cursor) : result;
 }
@@ -72,8 +75,8 @@ ParseResult open_container(const Container& container, Cursor& cursor, unsigned 
     return depth < MAX_NESTING ? skip_to_next_byte(cursor) : ParseResult::NestingTooDeep;
 }
 
-// From the opening to the closing bracket. `read_item` reads one item and the white space after it, and succeeds
-// only short of the end of the text.
+// Reads from the opening to the closing bracket. `read_item` reads one item and the white space after it; it fails at
+// the end of the text.
 template <class ReadItem>
 ParseResult read_container(const Container& container, Cursor& cursor, unsigned int depth, ReadItem read_item) {
     ParseResult result = open_container(container, cursor, depth);
@@ -92,8 +95,8 @@ ParseResult read_container(const Container& container, Cursor& cursor, unsigned 
     }
 }
 
-// How many elements to make room for: as many as the text holds from `start` to its end if it goes on like this, and
-// an eighth more; but at least half as many again, and no more than four times as many.
+// The capacity to grow to: the number of elements that the whole text would hold at the present density, plus an
+// eighth, kept between 1.5 and 4 times the present size.
 std::size_t next_capacity(std::size_t size, Position start, const Cursor& cursor) {
     const auto density = static_cast<double>(size) / static_cast<double>(cursor.position - start);
     const auto expected = 1.125 * density * static_cast<double>(cursor.end - start);
@@ -101,7 +104,7 @@ std::size_t next_capacity(std::size_t size, Position start, const Cursor& cursor
 }
 
 // Element by element: Value's move can throw, so a vector that grows by itself would copy whole trees instead. After
-// an exception the elements are good for nothing but destruction.
+// an exception the elements can only be destroyed.
 void grow(Elements& elements, Position start, const Cursor& cursor) {
     Elements larger;
     larger.reserve(std::max<std::size_t>(2, next_capacity(elements.size(), start, cursor)));
@@ -109,7 +112,7 @@ void grow(Elements& elements, Position start, const Cursor& cursor) {
     elements.swap(larger);
 }
 
-// Appends to an array whose text begins at `start`. A move of a container allocates, so arrays are to grow seldom.
+// Appends to an array whose text starts at `start`. Moving a container allocates, so arrays must grow rarely.
 template <class... Content>
 Value& append(Elements& elements, Position start, const Cursor& cursor, Content... content) {
     if (elements.size() == elements.capacity()) {
@@ -118,7 +121,7 @@ Value& append(Elements& elements, Position start, const Cursor& cursor, Content.
     return elements.emplace_back(content...);
 }
 
-// The readers from here on fill a fresh object: after a failure it holds what has been read so far.
+// From here on readers fill a fresh object. After a failure it holds what has been read so far.
 
 template <class Integer>
 ParseResult read_integer_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
@@ -139,7 +142,7 @@ ParseResult read_integer_array(Elements& fresh, Cursor& cursor, unsigned int dep
 
 ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth);
 
-// Never inlined, like others below: its locals are to take no stack while a document is descended into.
+// Not inlined, like the others marked so: its locals must not enlarge the frames of the recursion.
 [[gnu::noinline]] ParseResult read_typed_data(const std::string& element_type, Value& fresh, Cursor& cursor,
                                               unsigned int depth) {
     if (element_type.empty()) {
@@ -162,13 +165,13 @@ ParseResult read_array(Elements& fresh, Cursor& cursor, unsigned int depth) {
     });
 }
 
-// What is known of an object while it is read.
+// The state of an object while it is read.
 struct ObjectState {
     Members& members;
     std::string decoded;        // the latest key that has escapes
     std::string element_type;   // the latest supported zqtype, or empty
-    bool data_pending = false;  // a zqdata has been read that no later zqtype has settled
-    Cursor data{};              // at the start of the latest zqdata's value
+    bool data_pending = false;  // a zqdata has been read that no later zqtype has typed
+    Cursor data{};              // the start of the latest zqdata's value
 };
 
 // The key, the colon, and the white space around it.
@@ -195,7 +198,7 @@ ParseResult reread_data(ObjectState& state, unsigned int depth) {
     return result;
 }
 
-// A zqtype that is no string has no effect, and neither has anything that is thrown here: the member is then stored
+// A zqtype that isn't a string has no effect, and neither has an exception thrown here: the member is then stored
 // like any other.
 [[gnu::noinline]] ParseResult apply_type(ObjectState& state, const Value& type, unsigned int depth) {
     try {
@@ -227,7 +230,7 @@ ParseResult read_data(ObjectState& state, Value& fresh, Cursor& cursor, unsigned
     }
 }
 
-// A member whose key means something is entered last: its value has had its effect by then.
+// A zqtype or zqdata is stored last: it takes effect first.
 [[gnu::noinline]] ParseResult read_typed_member(ObjectState& state, std::string_view key, Cursor& cursor,
                                                 unsigned int depth) {
     Value value;
@@ -244,8 +247,7 @@ ParseResult read_data(ObjectState& state, Value& fresh, Cursor& cursor, unsigned
     return read_value(discarded, cursor, depth);
 }
 
-// Any other member is entered first, so that its value is read where it stays. Members that come in the order of
-// their keys belong at the end.
+// Inserted first, so that the value is read in place. The hint makes members in key order cheap.
 ParseResult read_plain_member(Members& members, std::string_view key, Cursor& cursor, unsigned int depth) {
     const auto count = members.size();
     const auto member = members.emplace_hint(members.end(), std::piecewise_construct, std::tuple(key), std::tuple());
@@ -287,7 +289,7 @@ ParseResult read_number_value(Value& fresh, Cursor& cursor) {
     return result;
 }
 
-// A literal moves the cursor on success alone; so what is no number either is reported as no string.
+// Literals move the cursor only on success, so a byte that starts no value ends as ExpectedString.
 ParseResult read_scalar(Value& fresh, Cursor& cursor) {
     const Position start = cursor.position;
     const ParseResult result = read_number_value(fresh, cursor);
@@ -301,7 +303,7 @@ ParseResult read_scalar(Value& fresh, Cursor& cursor) {
     return cursor.position == cursor.end ? ParseResult::UnexpectedEnd : ParseResult::ExpectedString;
 }
 
-// Of the kinds, at most one gets past the first byte of a value: it alone is tried.
+// The first byte decides the kind of the value.
 ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth) {
     switch (cursor.position == cursor.end ? 0 : *cursor.position) {
         case '"':
@@ -315,7 +317,7 @@ ParseResult read_value(Value& fresh, Cursor& cursor, unsigned int depth) {
     }
 }
 
-// Reads with a cursor and into an object of its own, which is assigned to `out` on success alone.
+// Reads into a fresh object, which becomes `out` on success only.
 template <class Out, class Read>
 ParseResult assign_on_success(Out& out, Position& position, Position end, unsigned int flags, Read read) {
     Cursor cursor{position, end, flags};

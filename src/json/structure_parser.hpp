@@ -9,32 +9,32 @@
 #include "json/lexical_reader.hpp"
 
 // The structure level of the reader: values, arrays, objects, and the typed arrays that an object announces with the
-// keys "zqtype" and "zqdata". The readers have the shape of the token readers and their rules: a result object that
-// only success touches, UnexpectedEnd where the text ends too early, no state but arguments and locals. `depth`
-// counts the arrays and objects that are open around the cursor; a bracket that would open one more than MAX_NESTING
-// gives NestingTooDeep, with the cursor after it. Unless told otherwise the cursor stands on the byte that was
-// refused.
+// keys "zqtype" and "zqdata". The readers follow the rules of the token readers in lexical_reader.hpp: the result
+// object changes on success only, a text that ends too early gives UnexpectedEnd, and there is no state but arguments
+// and locals. `depth` is the number of arrays and objects open around the cursor; a bracket that would open more than
+// MAX_NESTING gives NestingTooDeep, with the cursor after it. On any other failure the cursor is on the byte that was
+// refused, unless documented otherwise.
 namespace foundation::json {
 
-// A value of any kind, which its first byte decides. What opens no value gives ExpectedString.
+// A value, whose first byte decides its kind. A byte that starts no value gives ExpectedString.
 ParseResult parse_value(Value& out, Position& position, Position end, unsigned int flags, unsigned int depth);
 
-// An object. The first of two members with one key stays. A "zqdata" that was read before its "zqtype" is read again
-// under that type; a failure of this second reading leaves the cursor after the value of "zqtype". An exception out
-// of the first reading gives UnexpectedEnd where the data starts, one out of the second goes unnoticed.
+// An object. Of two members with the same key the first is kept. A "zqdata" before its "zqtype" is read again as that
+// type; if this second reading fails, the cursor is after the value of "zqtype". An exception during the first
+// reading gives UnexpectedEnd at the start of the data; one during the second is ignored.
 ParseResult parse_object(std::map<std::string, Value>& out, Position& position, Position end, unsigned int flags,
                          unsigned int depth);
 
-// An array of values of any kind.
+// An array of values.
 ParseResult parse_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
                         unsigned int depth);
 
-// The value of a "zqdata": of any kind under an empty `element_type`, otherwise an array of integers of the class
-// that the type names.
+// The value of a "zqdata": any value if `element_type` is empty, otherwise an array of integers, signed or unsigned
+// as the type says.
 ParseResult parse_typed_data(const std::string& element_type, Value& out, Position& position, Position end,
                              unsigned int flags, unsigned int depth);
 
-// A flat array of integer tokens. Anything else in it gives InvalidInteger.
+// A flat array of integer tokens. Any other element gives InvalidInteger.
 ParseResult parse_signed_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,
                                unsigned int depth);
 ParseResult parse_unsigned_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,

@@ -17,10 +17,10 @@ namespace utf = boost::locale::utf;
 
 constexpr utf::code_point s_replacement = 0xFFFD;
 
-// Every number of at most this many digits fits an int.
+// Every token of at most this many characters fits an int.
 constexpr std::ptrdiff_t s_exact_digits = std::numeric_limits<int>::digits10;
 
-// strtod tells the two ends of the range apart, which from_chars does not; the C locale keeps the point a point.
+// strtod distinguishes overflow from underflow, which from_chars doesn't; in the C locale "." is the decimal point.
 double beyond_range(const char* token) {
     static const locale_t s_locale = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(token, nullptr, s_locale);
@@ -36,7 +36,7 @@ double string_to_double(const char* token) {
     const char* const end = token + std::strlen(token);
     if (end - token <= s_exact_digits) {
         int integer = 0;
-        if (std::from_chars(token, end, integer).ptr == end && integer != 0) {  // a zero may have a sign
+        if (std::from_chars(token, end, integer).ptr == end && integer != 0) {  // a zero may be negative
             return integer;
         }
     }
@@ -53,7 +53,7 @@ std::string u16_to_u8(const char16_t* units, int count) {
         utf::code_point point = utf::utf_traits<char16_t>::decode(next, end);
         if (point == utf::illegal || point == utf::incomplete) {
             point = s_replacement;
-            next = units + 1;  // the decoder may have swallowed a good unit after the bad one
+            next = units + 1;  // the decoder may have consumed a valid unit after the invalid one
         }
         utf::utf_traits<char>::encode(point, std::back_inserter(text));
         units = next;

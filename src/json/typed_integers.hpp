@@ -12,20 +12,20 @@
 // The elements of typed arrays: integer tokens, and the names of their types.
 namespace foundation::json {
 
-// An integer token: a "-" or none, then "0" alone or a run of digits. What is beyond 64 bits becomes the nearest
-// limit, and a token with a "-" becomes 0 where it is to be unsigned.
+// An integer token: an optional "-", then "0" alone or a run of digits. A number that doesn't fit 64 bits becomes the
+// nearest limit; with a "-" an unsigned one becomes 0.
 ParseResult parse_signed_integer(long long& out, Position& position, Position end, unsigned int flags);
 ParseResult parse_unsigned_integer(unsigned long long& out, Position& position, Position end, unsigned int flags);
 
-// Whether a "zqtype" names an element type, and of which class: int64, int32, int16, int8, or the same with a "u" in
-// front. Case counts.
+// True if the name is an element type: int64, int32, int16 or int8 (signed), or the same with a leading "u"
+// (unsigned). Case-sensitive.
 bool is_supported_type(const std::string& name);
 bool is_signed_type(const std::string& name);
 bool is_unsigned_type(const std::string& name);
 
 namespace detail {
 
-// Inline, since it is called for each element.
+// Inline: called for each element.
 inline ParseResult scan_integer(Position& position, Position end) {
     if (position != end && *position == '-') {
         ++position;
@@ -65,7 +65,7 @@ ParseResult parse_integer(Integer& out, Position& position, Position end) {
     return result;
 }
 
-// True of a byte that, after an integer token, shows that the element is no integer.
+// True for a byte that, after an integer token, shows that the element isn't an integer.
 bool shows_no_integer(char byte);
 
 }  // namespace detail

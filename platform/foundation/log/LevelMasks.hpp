@@ -10,17 +10,17 @@
 
 namespace foundation::log {
 
-// The host's level masks by logger name, and the loggers that live. Thread-safe.
+// The host's level masks by logger name, and the live loggers. Thread-safe.
 class LevelMasks {
 public:
-    // Every logger reaches this in its constructor, so it outlives them all.
+    // Every logger's constructor calls this, so it outlives them all.
     static LevelMasks& instance();
 
     // A logger begins with the mask of its name, and follows it until it is removed.
     void add(const std::string& name, basic_diagnostic_logger<char>& logger);
     void remove(basic_diagnostic_logger<char>& logger);
 
-    // Sets the mask of every logger of the name, of those that live and those to come.
+    // Sets the mask of every logger of that name, live and future.
     void set(const std::string& name, std::uint32_t mask);
 
 private:

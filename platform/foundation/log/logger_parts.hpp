@@ -7,13 +7,13 @@
 
 namespace foundation::log {
 
-// What a logger holds for those who open records. Apart from the logger's own header, since every file that includes
-// Boost.Log takes seconds to compile.
+// What is needed to open a logger's records. In its own header, because including Boost.Log adds seconds to a
+// compilation.
 struct logger_parts {
-    std::shared_mutex lock;  // held while a record is opened, no longer
+    std::shared_mutex lock;  // held only while a record is opened
     boost::log::core_ptr core = boost::log::core::get();
     boost::log::attribute_set attributes;
-    // The nesting depth of the calling thread: the slot holds the number itself and points at nothing.
+    // The nesting depth of the calling thread: the slot holds the number itself, not a pointer.
     boost::thread_specific_ptr<long> depth{nullptr};
 };
 

@@ -2,8 +2,8 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// A registered listener: it lives as long as this object, and destroying the object ends the registration. When the
-// destructor returns no call of the listener is running, unless it is running on this very thread.
+// The registration of a listener, which ends with this object. When the destructor returns, no call of the listener
+// is running, unless it is the one that destroys this.
 class Connection {
 public:
     Connection() = default;
