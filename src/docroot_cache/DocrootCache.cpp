@@ -261,7 +261,8 @@ upath DocrootCache::readSetting(const std::string& name) const {
 void DocrootCache::writeSetting(const std::string& name, const upath& path) {
     FUNCTION_TRACE(
         "void docroot_cache::DocrootCache::writeSetting(const std::string &, const fl::filesystem::upath &)");
-    setSetting(name, path.native());
+    const fl::ustring value = path.native();  // a copy: a settings service that calls back may change m_docroot
+    setSetting(name, value);
 }
 
 }  // namespace docroot_cache

@@ -40,6 +40,9 @@ TEST(Roots, AreSoughtInOrderUntilASettingHoldsThem) {
     cache.writeSetting("DocRoot", {});
     EXPECT_TRUE(cache.readSetting("DocRoot").empty());
     EXPECT_EQ(host.calls(), node + "set DocRoot= @session\n" + getRoot);
+    host.on("set DocRoot=/first", [&] { cache.setDocContentRoot(host.path("/second")); });  // which is re-entered
+    cache.setDocContentRoot(host.path("/first"));
+    EXPECT_EQ(vorlan::settingAt("vorlan.help.DocRoot", "session"), u"/first");
 }
 
 TEST(Roots, KeepWhatWasStoredBeforeAFailure) {
