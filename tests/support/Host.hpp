@@ -19,8 +19,8 @@
 #include "fl/i18n.hpp"
 #include "foundation/basic_path.hpp"
 #include "foundation/log/level.hpp"
+#include "vorlan/ObservedServices.hpp"
 #include "vorlan/host.hpp"
-#include "vorlan/services.hpp"
 
 namespace support {
 
@@ -37,13 +37,9 @@ struct Nothing {};
 
 // A host for one test. It has a temporary folder of its own, "$T" in texts, with the install root $T/vorlan, whose
 // help folder exists, and the support-package root $T/packages, which doesn't exist. Its settings are empty. Its
-// services are the real ones, but each call is recorded and can be made to fail. A call reads as one of these lines:
-//
-//     context | root | node NAME | parent NAME | get NAME @LEVEL | set NAME=VALUE @LEVEL | listen NAME
-//     install root | support package root | exists PATH | canonical PATH
-class Host : public vorlan::Services {
+// services are the real ones, but each call is recorded and can be made to fail.
+class Host : public vorlan::ObservedServices {
 public:
-    using Settings = settings::core::Settings;
     using Action = std::function<void(const std::string& call)>;
 
     explicit Host(const std::vector<std::function<void(Host&)>>& scene = {}) {
@@ -105,41 +101,9 @@ public:
         return lines;
     }
 
-    vlutil::contextmgr::RtxID currentContext() override { return answer("context", &Services::currentContext); }
-    boost::shared_ptr<Settings> settingsRoot(const vlutil::contextmgr::RtxID& context) override {
-        return answer("root", &Services::settingsRoot, context);
-    }
-    boost::shared_ptr<Settings> settingsByFullName(const Settings& node, const std::string& fullName) override {
-        return answer("node " + fullName, &Services::settingsByFullName, node, fullName);
-    }
-    boost::shared_ptr<Settings> parent(const Settings& node) override {
-        return answer("parent " + node.getFullName(), &Services::parent, node);
-    }
-    fl::ustring getSetting(const Settings& node, const std::string& name, const std::string& level) override {
-        return answer("get " + name + " @" + level, &Services::getSetting, node, name, level);
-    }
-    void setSetting(const Settings& node, const std::string& name, const fl::ustring& value,
-                    const std::string& level) override {
-        answer("set " + name + "=" + fl::i18n::to_string(value) + " @" + level, &Services::setSetting, node, name,
-               value, level);
-    }
-    std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(
-        const Settings& node, const settings::core::ChangeHandler& handler) override {
-        return answer("listen " + node.getFullName(), &Services::addListener, node, handler);
-    }
-    fl::ustring installRoot() override { return answer("install root", &Services::installRoot); }
-    fl::ustring supportPackageRoot() override { return answer("support package root", &Services::supportPackageRoot); }
-    bool exists(const fl::ustring& path) override {
-        return answer("exists " + fl::i18n::to_string(path), &Services::exists, path);
-    }
-    fl::ustring canonical(const fl::ustring& path) override {
-        return answer("canonical " + fl::i18n::to_string(path), &Services::canonical, path);
-    }
-
 private:
-    // Records a call, runs the action on it, and has the real services answer it.
-    template <class Answer, class... Parameters>
-    Answer answer(const std::string& call, Answer (Services::*real)(Parameters...), const auto&... arguments) {
+    // Records a call and runs the action on it.
+    bool observe(const std::string& call) override {
         std::unique_lock lock(m_mutex);
         m_calls.push_back(shorten(call));
         const Action action = m_action;
@@ -147,9 +111,9 @@ private:
         try {
             action ? action(shorten(call)) : void();
         } catch (Nothing) {
-            return Answer();
+            return false;
         }
-        return (m_former.*real)(arguments...);
+        return true;
     }
     static std::filesystem::path makeFolder() {
         std::string pattern = std::filesystem::canonical(std::filesystem::temp_directory_path()) / "docproducts-XXXXXX";
