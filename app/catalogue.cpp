@@ -1,5 +1,6 @@
 #include "catalogue.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <sstream>
@@ -24,8 +25,32 @@ using fl::filesystem::upath;
 
 namespace {
 
-// Holds back what is written to std::cerr, and gives it out at the end of its life as whole lines: the library
-// reports what is wrong with a catalogue without a line end, and records of the log may follow.
+// A caret line, as the reader's messages have it: blanks and "^".
+bool isCaret(std::string_view line) {
+    return line.ends_with('^') && line.find_first_not_of(' ') == line.size() - 1;
+}
+
+// The report on a catalogue with each line in printable form, but for leading tabs, and the caret below the character
+// that it is meant for.
+std::string printableReport(std::string_view report) {
+    std::string result;
+    std::string_view above;
+    while (!report.empty()) {
+        const std::size_t size = std::min(report.find('\n'), report.size());
+        const std::string_view line = report.substr(0, size);
+        const std::string_view text = line.substr(std::min(line.find_first_not_of('\t'), size));
+        result.append(size - text.size(), '\t');
+        result += isCaret(text) ? std::string(displayWidth(printable(above.substr(0, text.size() - 1))), ' ') + '^'
+                                : printable(text);
+        result += '\n';
+        above = text;
+        report.remove_prefix(std::min(size + 1, report.size()));
+    }
+    return result;
+}
+
+// Holds back what is written to std::cerr while it lives, and then writes it as lines: the library reports what is
+// wrong with a catalogue without a line end, and log records may follow.
 class HeldErrors {
 public:
     HeldErrors() : m_errors(std::cerr.rdbuf(m_held.rdbuf())) {}
@@ -33,9 +58,7 @@ public:
     HeldErrors& operator=(const HeldErrors&) = delete;
     ~HeldErrors() {
         std::cerr.rdbuf(m_errors);
-        if (const std::string text = m_held.str(); !text.empty()) {
-            std::cerr << text << '\n';
-        }
+        std::cerr << printableReport(m_held.str());
     }
 
 private:
@@ -43,7 +66,7 @@ private:
     std::streambuf* m_errors;
 };
 
-// Runs what reads a catalogue. The library tells a malformed one by the beginning of the message alone.
+// Turns the library's "Error while parsing ..." into a Failure. The prefix is all that identifies it.
 template <class Read>
 auto readCatalogue(Read read) {
     try {
@@ -63,13 +86,12 @@ std::string docsetFileIn(const upath& root) {
 
 [[noreturn]] void reportMissing(const Options& options) {
     auto& roots = Docroot::getInstance();
-    throw Failure(ExitStatus::nothingFound,
-                  "There is no catalogue. Looked at:\n" +
-                      tableText({
-                          {"preferred file", options.catalogue.value_or("(none named by --catalogue)")},
-                          {"in the documentation root", docsetFileIn(roots.getDocroot())},
-                          {"in the data root", docsetFileIn(roots.getDocDataRoot())},
-                      }));
+    std::string message = "There is no catalogue. Looked at:\n";
+    writeTable([&](std::string_view text) { message += text; },
+               {{"preferred file", options.catalogue ? *options.catalogue : "(none named by --catalogue)"},
+                {"in the documentation root", docsetFileIn(roots.getDocroot())},
+                {"in the data root", docsetFileIn(roots.getDocDataRoot())}});
+    throw Failure(ExitStatus::nothingFound, message);
 }
 
 upath preferredFile(const Options& options) {

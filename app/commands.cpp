@@ -3,14 +3,19 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <boost/algorithm/string/trim.hpp>
+#include <iostream>
+#include <locale>
+#include <string>
 #include <tuple>
-#include <utility>
 #include <vector>
 
-#include "Failure.hpp"
 #include "catalogue.hpp"
 #include "doc_products_shared/Docroot.hpp"
+#include "fl/filesystem.hpp"
+#include "near_names.hpp"
 #include "options.hpp"
+#include "output.hpp"
 #include "table.hpp"
 #include "terminal_text.hpp"
 
@@ -23,7 +28,6 @@ using doc_products_shared::TopLevelDocProductPtr;
 namespace {
 
 using Products = std::vector<TopLevelDocProductPtr>;
-using Row = std::vector<std::string>;
 
 auto texts(const DocProduct& product) {
     return std::tie(product.getDisplayName(), product.getShortName(), product.getAltShortName(), product.getBaseCode(),
@@ -55,34 +59,68 @@ Row productRow(const DocProduct& product) {
 
 const Row s_headings = {"Display name", "Short name", "Base code", "Status", "Location"};
 
-std::string installedTable(const Products& installed) {
-    std::vector<Row> rows = {s_headings};
-    for (const TopLevelDocProductPtr& product : installed) {
-        rows.push_back(productRow(*product));
-    }
-    return tableText(std::move(rows));
+void printInstalled(const Products& installed) {
+    writeTable(print, installed.size() + 1,
+               [&](std::size_t i) { return i == 0 ? s_headings : productRow(*installed[i - 1]); });
 }
 
-// The installed products are part of the whole list, in the same order, and what is said alike is installed alike: so
-// one walk down both pairs them, though they were read one after the other.
-std::string wholeTable(const Products& all, const Products& installed) {
-    std::vector<Row> rows = {s_headings};
-    rows.back().push_back("On this machine");
+// `installed` is a subsequence of `all`, and equal entries are either all installed or none, so one pass pairs them.
+std::vector<const char*> statesOf(const Products& all, const Products& installed) {
+    std::vector<const char*> states;
     auto next = installed.begin();
     for (const TopLevelDocProductPtr& product : all) {
         const bool isInstalled = next != installed.end() && isSame(**next, *product);
         next += isInstalled ? 1 : 0;
-        rows.push_back(productRow(*product));
-        rows.back().push_back(isInstalled ? "installed" : isWebOnly(*product) ? "web-only" : "not found");
+        states.push_back(isInstalled ? "installed" : isWebOnly(*product) ? "web-only" : "not found");
     }
-    return tableText(std::move(rows));
+    return states;
 }
 
-std::string familyText(const ProductFamily& family) {
-    return family.getGroup().empty() ? family.getFamily() : family.getFamily() + " (" + family.getGroup() + ")";
+void printAll(const Products& all, const Products& installed) {
+    const auto states = statesOf(all, installed);
+    writeTable(print, all.size() + 1, [&](std::size_t i) {
+        Row row = i == 0 ? s_headings : productRow(*all[i - 1]);
+        row.push_back(i == 0 ? "On this machine" : states[i - 1]);
+        return row;
+    });
 }
 
-std::string productText(const DocProduct& product) {
+struct Name {
+    const char* field;
+    const std::string& text;
+};
+
+std::vector<Name> namesOf(const DocProduct& product) {
+    return {{"base code", product.getBaseCode()},
+            {"short name", product.getShortName()},
+            {"help location", product.getHelpLocation()},
+            {"alternative short name", product.getAltShortName()},
+            {"display name", product.getDisplayName()}};
+}
+
+// As the library trims names: by the classes of the classic locale, which this program never replaces.
+std::string trimmed(const std::string& text) {
+    return boost::algorithm::trim_copy(text, std::locale::classic());
+}
+
+// The fields that make the product answer to the name.
+std::string fieldsOf(const DocProduct& product, const std::string& name) {
+    std::string fields;
+    for (const Name& candidate : namesOf(product)) {
+        if (trimmed(candidate.text) == name) {
+            fields += (fields.empty() ? "" : ", ") + std::string(candidate.field);
+        }
+    }
+    return fields;
+}
+
+void printProduct(const DocProduct& product, const std::string& name) {
+    std::vector<std::string> families;
+    for (const ProductFamily& family : product.getProductFamilies()) {
+        families.push_back(family.getGroup().empty() ? family.getFamily()
+                                                     : family.getFamily() + " (" + family.getGroup() + ")");
+    }
+    const std::string fields = fieldsOf(product, name);
     std::vector<Row> rows = {
         {"display name", product.getDisplayName()},
         {"short name", product.getShortName()},
@@ -91,36 +129,61 @@ std::string productText(const DocProduct& product) {
         {"status", product.getAvailability()},
         {"help location", product.getHelpLocation()},
     };
-    for (const ProductFamily& family : product.getProductFamilies()) {
-        rows.push_back({"family", familyText(family)});
+    for (const std::string& family : families) {
+        rows.push_back({"family", family});
     }
-    return tableText(std::move(rows));
+    rows.push_back({"found by", fields});
+    writeTable(print, rows);
+}
+
+[[noreturn]] void refuseName(const std::string& name, const Products& all) {
+    std::vector<std::string> names;
+    for (const TopLevelDocProductPtr& product : all) {
+        for (const Name& candidate : namesOf(*product)) {
+            names.push_back(trimmed(candidate.text));
+        }
+    }
+    throw Failure(ExitStatus::nothingFound,
+                  printable("No product has the name \"" + name + "\"" + suggestion(nearNames(name, names))) + "\n");
+}
+
+bool isThere(const char* root, const fl::filesystem::upath& path) {
+    const bool exists = fl::filesystem::exists(path);
+    if (!exists) {
+        std::cerr << printable("The " + std::string(root) + " " + to_string(path) + " does not exist") + "\n";
+    }
+    return exists;
 }
 
 }  // namespace
 
-std::string showRoots(const Options& /*options*/) {
+ExitStatus showRoots(const Options& /*options*/) {
     auto& roots = doc_products_shared::Docroot::getInstance();
-    return tableText({
-        {"documentation root", to_string(roots.getDocroot())},
-        {"data root", to_string(roots.getDocDataRoot())},
-    });
+    const auto docroot = roots.getDocroot();
+    const auto dataRoot = roots.getDocDataRoot();
+    writeTable(print, {{"documentation root", to_string(docroot)}, {"data root", to_string(dataRoot)}});
+    flushOutput();  // before the notes
+    const bool isRootThere = isThere("documentation root", docroot);
+    return isThere("data root", dataRoot) && isRootThere ? ExitStatus::done : ExitStatus::nothingFound;
 }
 
-std::string listProducts(const Options& options) {
+ExitStatus listProducts(const Options& options) {
     const auto collector = openCatalogue(options);
     const Products& installed = *collector->getInstalledTopLevelDocProducts();
     const Products all = readAllProducts(*collector, options);
-    return (options.all ? wholeTable(all, installed) : installedTable(installed)) +
-           fmt::format("{} of {} products installed\n", installed.size(), all.size());
+    options.all ? printAll(all, installed) : printInstalled(installed);
+    print(fmt::format("{} of {} products installed\n", installed.size(), all.size()));
+    return ExitStatus::done;
 }
 
-std::string findProduct(const Options& options) {
-    const auto product = openCatalogue(options)->getProductInfo(options.name);
+ExitStatus findProduct(const Options& options) {
+    const auto collector = openCatalogue(options);
+    const auto product = collector->getProductInfo(options.name);
     if (!product) {
-        throw Failure(ExitStatus::nothingFound, "No product has the name \"" + printable(options.name) + "\"\n");
+        refuseName(options.name, readAllProducts(*collector, options));
     }
-    return productText(*product);
+    printProduct(*product, options.name);
+    return ExitStatus::done;
 }
 
 }  // namespace app

@@ -1,16 +1,69 @@
 #include "host.hpp"
 
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include "Failure.hpp"
 #include "docroot_cache/setting_names.hpp"
+#include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "log_sink.hpp"
 #include "options.hpp"
+#include "terminal_text.hpp"
 #include "vorlan/host.hpp"
+#include "vorlan/services.hpp"
 
 namespace app {
 
 namespace {
 
 namespace setting_names = docroot_cache::setting_names;
+
+// Why the file can't be read; empty if it can, or if there is none.
+std::string obstacle(const std::string& path) {
+    std::error_code error;
+    const auto type = std::filesystem::status(path, error).type();
+    if (type == std::filesystem::file_type::regular) {
+        return std::ifstream(path) ? "" : "permission denied";
+    }
+    if (type == std::filesystem::file_type::none) {
+        return error == std::errc::permission_denied ? "permission denied" : "";
+    }
+    const bool isThere = type != std::filesystem::file_type::not_found;
+    return type == std::filesystem::file_type::directory ? "is a folder" : isThere ? "is not a regular file" : "";
+}
+
+void refuseUnreadable(const std::string& path) {
+    if (const std::string reason = obstacle(path); !reason.empty()) {
+        throw Failure(ExitStatus::failure, printable("Can't read " + path + ": " + reason) + "\n");
+    }
+}
+
+// Refuses what the library is about to read, unless it is a regular file that can be read: the library would take an
+// unreadable file as empty, and read an endless one until memory runs out.
+class Services : public vorlan::Services {
+public:
+    explicit Services(fl::ustring catalogue) : m_catalogue(std::move(catalogue)) {}
+
+    bool exists(const fl::ustring& path) override {
+        if (path == m_catalogue || path.ends_with(u"/docset.json") || path.ends_with(u"/docroot.txt")) {
+            refuseUnreadable(fl::i18n::to_string(path));
+        }
+        return vorlan::Services::exists(path);
+    }
+
+private:
+    const fl::ustring m_catalogue;
+};
+
+// Never empty: the library would look for documentation below the working directory.
+fl::ustring supportPackageRoot(const Options& options) {
+    return options.supportPackageRoot
+               ? fl::i18n::to_ustring(*options.supportPackageRoot)
+               : (fl::filesystem::upath(fl::filesystem::get_install_path()) / u"support-packages").native();
+}
 
 void setUserSetting(const std::string& name, const std::optional<std::string>& value) {
     if (value) {
@@ -25,9 +78,9 @@ void configureHost(const Options& options) {
     if (options.installRoot) {
         vorlan::setInstallRoot(fl::i18n::to_ustring(*options.installRoot));
     }
-    if (options.supportPackageRoot) {
-        vorlan::setSupportPackageRoot(fl::i18n::to_ustring(*options.supportPackageRoot));
-    }
+    vorlan::setSupportPackageRoot(supportPackageRoot(options));
+    // Never destroyed: an event may be delivered until the process ends.
+    vorlan::useServices(*new Services(fl::i18n::to_ustring(options.catalogue.value_or(""))));
     setUserSetting(setting_names::docRoot, options.docRoot);
     setUserSetting(setting_names::docDataRoot, options.docDataRoot);
 }

@@ -1,38 +1,34 @@
-#include <cerrno>
-#include <cstdio>
 #include <exception>
 #include <iostream>
-#include <system_error>
 
 #include "Failure.hpp"
 #include "commands.hpp"
 #include "host.hpp"
 #include "options.hpp"
+#include "output.hpp"
 #include "terminal_text.hpp"
 
 namespace {
 
-std::string answer(const app::Options& options) {
+using app::Command;
+using app::ExitStatus;
+
+ExitStatus run(const app::Options& options) {
     switch (options.command) {
-        case app::Command::showRoots:
+        case Command::showRoots:
             return app::showRoots(options);
-        case app::Command::listProducts:
+        case Command::listProducts:
             return app::listProducts(options);
-        case app::Command::findProduct:
+        case Command::findProduct:
             return app::findProduct(options);
-        case app::Command::printText:
+        case Command::printText:
             break;
     }
-    return options.text;
+    app::print(options.text);
+    return ExitStatus::done;
 }
 
-void writeOut(const std::string& text) {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-        throw std::system_error(errno, std::generic_category(), "Can't write to standard output");
-    }
-}
-
-int end(app::ExitStatus status, const std::string& message) {
+int end(ExitStatus status, const std::string& message) {
     std::cerr << message;
     return static_cast<int>(status);
 }
@@ -43,11 +39,12 @@ int main(int argc, char** argv) {
     try {
         const app::Options options = app::readOptions(argc, argv);
         app::configureHost(options);
-        writeOut(answer(options));
-        return static_cast<int>(app::ExitStatus::done);
+        const ExitStatus status = run(options);
+        app::flushOutput();
+        return static_cast<int>(status);
     } catch (const app::Failure& failure) {
         return end(failure.status(), failure.what());
     } catch (const std::exception& e) {
-        return end(app::ExitStatus::failure, app::printable(e.what()) + '\n');
+        return end(ExitStatus::failure, app::printable(e.what()) + '\n');
     }
 }

@@ -6,6 +6,7 @@
 
 #include "Failure.hpp"
 #include "log_sink.hpp"
+#include "near_names.hpp"
 #include "terminal_text.hpp"
 
 namespace app {
@@ -18,11 +19,15 @@ constexpr const char* s_footer =
     "  1  failure\n"
     "  2  wrong usage\n"
     "  3  malformed catalogue\n"
-    "  4  nothing found: no catalogue, or no product of that name";
+    "  4  nothing found: a root doesn't exist, no catalogue, or no product of that name";
 
-// A catalogue may be read more than once, which a pipe or a device doesn't stand.
+// The catalogue may be read twice, which a pipe or a device doesn't allow.
 std::string regularFile(const std::string& name) {
-    return std::filesystem::is_regular_file(name) ? "" : "No regular file: " + name;
+    return std::filesystem::is_regular_file(name) ? "" : "Not a regular file: " + name;
+}
+
+std::string notEmpty(const std::string& text) {
+    return text.empty() ? "Must not be empty" : "";
 }
 
 // Options of the main command and of every subcommand, so they may be given before or after the subcommand.
@@ -30,8 +35,11 @@ void addSharedOptions(CLI::App& app, Options& options) {
     const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
         return app.add_option(name, value, text)->type_name(type)->take_last();
     };
-    add("--install-root", options.installRoot, "DIR", "Install root; by default the folder above this program's");
-    add("--support-package-root", options.supportPackageRoot, "DIR", "Support-package root; by default none");
+    add("--install-root", options.installRoot, "DIR", "Install root; by default the folder above this program's")
+        ->check(notEmpty);
+    add("--support-package-root", options.supportPackageRoot, "DIR",
+        "Support-package root; by default support-packages in the install root")
+        ->check(notEmpty);
     add("--doc-root", options.docRoot, "DIR", "Documentation root in the user's settings");
     add("--doc-data-root", options.docDataRoot, "DIR", "Data root in the user's settings");
     add("--catalogue", options.catalogue, "FILE", "Catalogue to read instead of a root's docset.json")
@@ -61,11 +69,36 @@ void addCommands(CLI::App& app, Options& options) {
         ->required();
 }
 
-// What help or version have to say.
+// The text of --help or --version.
 std::string requestedText(const CLI::App& app, const CLI::Success& request) {
     std::ostringstream text;
     app.exit(request, text, text);
     return text.str();
+}
+
+// The commands that `typed` may have been meant for, or the options if it looks like one.
+std::vector<std::string> candidates(const CLI::App& app, const std::string& typed) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        if (!typed.starts_with('-')) {
+            names.push_back(command->get_name());
+            continue;
+        }
+        for (const CLI::Option* option : command->get_options()) {
+            names.push_back(option->get_name());
+        }
+    }
+    return names;
+}
+
+// A suggestion for the first argument that wasn't understood.
+std::string meant(const CLI::App& app) {
+    const auto unknown = app.remaining(true);
+    if (unknown.empty()) {
+        return "";
+    }
+    const std::string typed = unknown.front().substr(0, unknown.front().find('='));
+    return suggestion(nearNames(typed, candidates(app, typed)));
 }
 
 [[noreturn]] void refuse(const std::string& reason) {
@@ -78,8 +111,8 @@ Options readOptions(int argc, const char* const* argv) {
     Options options;
     CLI::App app("Tells where the documentation of VORLAN lives, and which documentation products are installed.",
                  "docproducts");
-    app.set_help_flag("--help", "Print this help and leave");
-    app.set_version_flag("--version", "docproducts " DOCPRODUCTS_VERSION, "Print the version and leave");
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.set_version_flag("-V,--version", "docproducts " DOCPRODUCTS_VERSION, "Print the version and exit");
     app.footer(s_footer);
     app.require_subcommand(0, 1);
     addSharedOptions(app, options);
@@ -90,7 +123,7 @@ Options readOptions(int argc, const char* const* argv) {
         options.command = Command::printText;
         options.text = requestedText(app, request);
     } catch (const CLI::ParseError& e) {
-        refuse(e.what());
+        refuse(e.what() + meant(app));
     }
     if (options.command == Command::printText && options.text.empty()) {
         refuse("One of the commands roots, list and find is required");

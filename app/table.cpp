@@ -1,7 +1,8 @@
 #include "table.hpp"
 
 #include <algorithm>
-#include <cstddef>
+#include <string>
+#include <utility>
 
 #include "terminal_text.hpp"
 
@@ -9,46 +10,50 @@ namespace app {
 
 namespace {
 
-using Row = std::vector<std::string>;
+constexpr std::size_t s_widest = 60;  // of the cells that columns are aligned to
+constexpr std::size_t s_gap = 2;
 
-std::size_t columnWidth(const std::vector<Row>& rows, std::size_t column) {
+std::size_t cellWidth(std::string_view cell) {
     std::size_t width = 0;
-    for (const Row& row : rows) {
-        width = std::max(width, displayWidth(row[column]));
-    }
+    forEachPrintablePart(cell, [&](const std::string& part) { width += displayWidth(part); });
     return width;
 }
 
-// Widens each cell of the column to `width` and the gap to the next column.
-void padColumn(std::vector<Row>& rows, std::size_t column, std::size_t width) {
-    for (Row& row : rows) {
-        row[column].append(width + 2 - displayWidth(row[column]), ' ');
+void widen(std::vector<std::size_t>& widths, const Row& row) {
+    widths.resize(row.size());
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        const std::size_t width = cellWidth(row[column]);
+        widths[column] = std::max(widths[column], width > s_widest ? 0 : width);
     }
 }
 
-std::string lineText(const Row& row) {
-    std::string line;
-    for (const std::string& cell : row) {
-        line += cell;
+void writeLine(const Write& write, const std::vector<std::size_t>& widths, const Row& row) {
+    std::size_t blanks = 0;  // due before the next cell that isn't empty
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        if (!row[column].empty()) {
+            write(std::string(std::exchange(blanks, 0), ' '));
+            forEachPrintablePart(row[column], write);
+        }
+        const std::size_t width = cellWidth(row[column]);
+        blanks += std::max(widths[column], width) - width + s_gap;
     }
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line + '\n';
+    write("\n");
 }
 
 }  // namespace
 
-std::string tableText(std::vector<Row> rows) {
-    for (Row& row : rows) {
-        std::transform(row.begin(), row.end(), row.begin(), printable);
+void writeTable(const Write& write, std::size_t count, const std::function<Row(std::size_t)>& row) {
+    std::vector<std::size_t> widths;
+    for (std::size_t i = 0; i < count; ++i) {
+        widen(widths, row(i));
     }
-    for (std::size_t column = 0; column < rows.front().size(); ++column) {
-        padColumn(rows, column, columnWidth(rows, column));
+    for (std::size_t i = 0; i < count; ++i) {
+        writeLine(write, widths, row(i));
     }
-    std::string text;
-    for (const Row& row : rows) {
-        text += lineText(row);
-    }
-    return text;
+}
+
+void writeTable(const Write& write, const std::vector<Row>& rows) {
+    writeTable(write, rows.size(), [&](std::size_t i) { return rows[i]; });
 }
 
 }  // namespace app

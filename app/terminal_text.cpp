@@ -3,35 +3,56 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <clocale>
+#include <array>
 #include <cwchar>
 #include <vector>
 
+#include "UnicodeLocale.hpp"
 #include "fl/i18n.hpp"
 
 namespace app {
 
 namespace {
 
-// True for what most texts are: every byte is a character that stays and takes one column.
-bool isPlain(const std::string& text) {
+// True for most texts: each byte is a character that stays and takes one column.
+bool isPlain(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; });
 }
 
-// The text's characters in UTF-16, one or two units each; a byte that is no UTF-8 is the unit U+DC00 + byte.
-std::vector<fl::ustring> characters(const std::string& text) {
-    const fl::ustring units = fl::i18n::to_ustring(text);
+// The text's characters in UTF-16, one or two units each. A byte that isn't UTF-8 is the unit U+DC00 + byte.
+std::vector<fl::ustring> characters(std::string_view text) {
+    const fl::ustring units = fl::i18n::to_ustring(std::string(text));
     std::vector<fl::ustring> result;
     for (std::size_t start = 0; start < units.size(); start += result.back().size()) {
-        const bool isPair = units[start] >= 0xD800 && units[start] <= 0xDBFF;  // the conversion leaves none alone
+        const bool isPair = units[start] >= 0xD800 && units[start] <= 0xDBFF;  // the conversion yields no lone one
         result.push_back(units.substr(start, isPair ? 2 : 1));
     }
     return result;
 }
 
+struct Range {
+    char16_t first;
+    char16_t last;
+};
+
+// What a terminal doesn't show as a character of its own, or takes for an order to rearrange others. Joiners stay:
+// emoji need them.
+constexpr std::array s_escaped = {
+    Range{0x0000, 0x001F}, Range{0x007F, 0x009F},  // controls
+    Range{0x061C, 0x061C}, Range{0x200E, 0x200F},  // bidirectional marks
+    Range{0x2028, 0x202E}, Range{0x2066, 0x2069},  // separators, bidirectional embeddings and isolates
+    Range{0xDC80, 0xDCFF}, Range{0xFEFF, 0xFEFF},  // bytes that aren't UTF-8, the byte order mark
+};
+
 bool needsEscape(const fl::ustring& character) {
-    const char16_t unit = character.front();
-    return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F) || (unit >= 0xDC80 && unit <= 0xDCFF);
+    return std::any_of(s_escaped.begin(), s_escaped.end(), [unit = character.front()](const Range& range) {
+        return unit >= range.first && unit <= range.last;
+    });
+}
+
+// True for a byte that follows the first one of a character in UTF-8.
+bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
 std::string escaped(const std::string& bytes) {
@@ -49,25 +70,7 @@ char32_t codePoint(const fl::ustring& character) {
     return 0x10000 + ((character[0] - 0xD800U) << 10) + (character[1] - 0xDC00U);
 }
 
-// Gives the calling thread's wide characters their Unicode meaning for as long as it lives. Where the system lacks
-// the locale the thread's own stays. The locale is opened once, which takes longer than a whole row of a table.
-class UnicodeLocale {
-public:
-    UnicodeLocale() : m_previous(uselocale(unicode())) {}
-    UnicodeLocale(const UnicodeLocale&) = delete;
-    UnicodeLocale& operator=(const UnicodeLocale&) = delete;
-    ~UnicodeLocale() { uselocale(m_previous); }
-
-private:
-    static locale_t unicode() {
-        static const locale_t s_locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-        return s_locale;
-    }
-
-    locale_t m_previous;
-};
-
-// One where the locale knows no width.
+// 1 if the locale knows no width.
 std::size_t columns(char32_t character) {
     const int width = wcwidth(static_cast<wchar_t>(character));
     return width < 0 ? 1 : static_cast<std::size_t>(width);
@@ -75,9 +78,9 @@ std::size_t columns(char32_t character) {
 
 }  // namespace
 
-std::string printable(const std::string& text) {
+std::string printable(std::string_view text) {
     if (isPlain(text)) {
-        return text;
+        return std::string(text);
     }
     std::string result;
     for (const fl::ustring& character : characters(text)) {
@@ -87,7 +90,7 @@ std::string printable(const std::string& text) {
     return result;
 }
 
-std::size_t displayWidth(const std::string& text) {
+std::size_t displayWidth(std::string_view text) {
     if (isPlain(text)) {
         return text.size();
     }
@@ -97,6 +100,18 @@ std::size_t displayWidth(const std::string& text) {
         width += columns(codePoint(character));
     }
     return width;
+}
+
+void forEachPrintablePart(std::string_view text, const std::function<void(const std::string&)>& visit) {
+    constexpr std::size_t s_most = 4096;
+    while (!text.empty()) {
+        std::size_t size = std::min(s_most, text.size());
+        while (size < text.size() && size < s_most + 3 && isContinuation(text[size])) {
+            ++size;  // a character stays whole
+        }
+        visit(printable(text.substr(0, size)));
+        text.remove_prefix(size);
+    }
 }
 
 }  // namespace app

@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -22,8 +25,8 @@ sed -Ei "s/($day|$(date -u +%F))T..:..:..Z/TIME/" $T/answer)";
 // The command in the folder of examples. "$T" is the folder of the test, in arguments and answers.
 class Command : public testing::Test {
 protected:
-    void expect(const std::vector<Row>& rows) const {
-        std::filesystem::current_path(EXAMPLES);
+    void expect(const std::vector<Row>& rows, const char* folder = EXAMPLES) const {
+        std::filesystem::current_path(folder);
         setenv("T", m_host.folder().c_str(), 1);
         for (const auto& [arguments, answer] : rows) {
             setenv("TYPED", ("'" COMMAND "' " + arguments).c_str(), 1);
@@ -40,36 +43,45 @@ const auto roots = [](const std::string& root, const std::string& dataRoot) {
     return "documentation root  " + root + "\ndata root           " + dataRoot + "\n";
 };
 
+// The same if neither exists.
+const auto noRoots = [](const std::string& root, const std::string& dataRoot) {
+    return roots(root, dataRoot) + "2| The documentation root " + root + " does not exist\n2| The data root " +
+           dataRoot + " does not exist\n[4]\n";
+};
+
 TEST_F(Command, DoesWhatItsOptionsSay) {
-    const std::string names = "--help | grep -Eo '^  (--[a-z-]+|[A-Za-z]+ |[0-9]  [a-z]+)' | xargs";
+    const std::string names = "--help | grep -Eo '^  (-., *)?(--[a-z-]+|[A-Za-z]+ |[0-9]  [a-z]+)' | xargs";
     const std::string options = "--install-root --support-package-root --doc-root --doc-data-root --catalogue --log ";
     const std::string statuses = "0 done 1 failure 2 wrong 3 malformed 4 nothing\n";
-    const std::string kinds = " --install-root '' 2>&1 > /dev/null | cut -c 22-28 | grep '^ [a-z]' | sort -u | xargs";
+    const std::string kinds = " --install-root a 2>&1 > /dev/null | cut -c 22-28 | grep '^ [a-z]' | sort -u | xargs";
     const std::string home = std::filesystem::canonical(COMMAND).parent_path().parent_path();
-    const std::string record = "2| TIME  error   doc_products_shared: VORLAN Root is empty\n";
     expect({
-        {"roots", roots(home + "/help", home + "/help")},
-        {"--version", "docproducts " VERSION "\n"},
-        {names, "--help --version " + options + "roots list find " + statuses},
-        {"list " + names, "--help " + options + "--all " + statuses},
-        {"find " + names, "NAME --help " + options + statuses},
+        {"roots", noRoots(home + "/help", home + "/help")},
+        {"-V", "docproducts " VERSION "\n"},
+        {names, "-h,--help -V,--version " + options + "roots list find " + statuses},
+        {"list " + names, "-h,--help " + options + "--all " + statuses},
+        {"find " + names, "NAME -h,--help " + options + statuses},
         {"--install-root vorlan roots --support-package-root none", roots("vorlan/help", "vorlan/help")},
         {"roots --support-package-root support-packages", roots("support-packages/help", "support-packages/help")},
-        {"roots --doc-root 'some where' --install-root vorlan", roots("some where", "vorlan/help")},
-        {"roots --doc-data-root $(printf '\\377/else') --install-root a", roots("a/help", "\\xff/else")},
-        {"--doc-root a --doc-root b --doc-data-root c roots --doc-data-root d", roots("b", "d")},
-        {"--install-root vorlan find QS | tail -n 2", "status\nhelp location           sundial\n"},
-        {"find --install-root vorlan ledger | tail -n 1", "family                  almanacs\n"},
-        {"roots --install-root ''", roots("help", "help") + record + record},
-        {"roots --install-root '' --log trace --log off", roots("help", "help")},
+        {"roots --doc-root 'some where' --install-root vorlan",
+         roots("some where", "vorlan/help") + "2| The documentation root some where does not exist\n[4]\n"},
+        {"roots --doc-data-root $(printf '\\377/else') --install-root a", noRoots("a/help", "\\xff/else")},
+        {"--doc-root a --doc-root b --doc-data-root c roots --doc-data-root d", noRoots("b", "d")},
+        {"--install-root vorlan find QS | sed -n 5p", "status\n"},
+        {"find --install-root vorlan ledger | tail -n 1", "found by                alternative short name\n"},
+        {"find --install-root vorlan vorlan | tail -n 1", "found by                short name, help location\n"},
+        {"list --install-root a --log trace --log off 2>&1 | head -n 1", "There is no catalogue. Looked at:\n"},
         {"list --log note" + kinds, "error note\n"},
         {"list --log detail" + kinds, "detail error note\n"},
         {"list --log trace" + kinds, "detail enter error exit note\n"},
         {"list --install-root vorlan --log detail 2>&1 | grep vorlan/help/docset.json",
          "TIME  detail  doc_products_shared:   docsetJsonFile: vorlan/help/docset.json\n"},
-        {"roots --install-root vorlan-redirected --log note 2>&1 | grep -o '.* redirected to'",
-         "TIME  note    doc_products_shared:       Default docroot redirected to\n"},
     });
+    m_host.write("own/support-packages/help/index.html");
+    expect({{"roots --install-root none", noRoots("none/help", "none/help")},
+            {"roots --install-root $T/own 2> /dev/null | head -n 1",
+             "documentation root  $T/own/support-packages/help\n"}},
+           EXAMPLES "/vorlan");  // whose help/index.html isn't found from there
 }
 
 TEST_F(Command, ShowsAlikeProductsAndForeignBytes) {
@@ -103,19 +115,65 @@ TEST_F(Command, ShowsAlikeProductsAndForeignBytes) {
     });
 }
 
+// A cell of more than 60 columns aligns no other row. A list takes memory in proportion to its catalogue.
+TEST_F(Command, ListsLongCells) {
+    std::vector<support::Product> products(1000, {"", "none", "", "", "", ""});
+    products[0] = {std::string(61, 'x'), "vorlan", "s", "", "", ""};
+    products[1] = {std::string(60, 'y'), "vorlan", "s", "", "", ""};
+    products[2] = {std::string(100'000, '\x01'), "none", "found", "", "", ""};
+    support::withCatalogue("long.json", products)(m_host);
+    const auto expectPeak = [&](const Row& row) {
+        expect({row});
+        rusage usage{};
+        getrusage(RUSAGE_CHILDREN, &usage);
+        return usage.ru_maxrss;
+    };
+    const std::string catalogue = " --install-root vorlan --catalogue $T/long.json", blanks(48, ' ');
+    const long built = expectPeak({"find found" + catalogue + " | tail -n 1", "found by                short name\n"});
+    const long listed = expectPeak(
+        {"list" + catalogue, "Display name" + blanks + "  Short name  Base code  Status  Location\n" + products[0][0] +
+                                 "  s                              vorlan\n" + products[1][0] +
+                                 "  s                              vorlan\n" + "2 of 1000 products installed\n"});
+    EXPECT_LE(listed, 2 * built);
+    EXPECT_LE(expectPeak({"list --all" + catalogue + " | wc -c", "513089\n"}), 2 * built);
+}
+
+// Without the privilege to read any file, should the test have it.
+TEST_F(Command, ReadsNothingButReadableFiles) {
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+    m_host.write("a/help/docset.json/");
+    m_host.write("b/help/docroot.txt/");
+    m_host.write("c/help/docset.json", "{}");
+    std::filesystem::permissions(m_host.folder() / "c/help/docset.json", std::filesystem::perms::none);
+    m_host.write("d/help/");
+    std::filesystem::create_symlink("/dev/zero", m_host.folder() / "d/help/docset.json");
+    expect({
+        {"list --install-root $T/a", "2| Can't read $T/a/help/docset.json: is a folder\n[1]\n"},
+        {"roots --install-root $T/b", "2| Can't read $T/b/help/docroot.txt: is a folder\n[1]\n"},
+        {"roots --install-root $T/b --doc-root $T", roots("$T", "$T/b/help")},
+        {"find x --install-root $T/c", "2| Can't read $T/c/help/docset.json: permission denied\n[1]\n"},
+        {"list --catalogue $T/c/help/docset.json", "2| Can't read $T/c/help/docset.json: permission denied\n[1]\n"},
+        {"list --install-root $T/d", "2| Can't read $T/d/help/docset.json: is not a regular file\n[1]\n"},
+    });
+}
+
 TEST_F(Command, RefusesWithAStatusAndAReason) {
     m_host.write("c\x1B.json", "{}");
+    m_host.write("forged.json", "{\t\"\u8336\x1B[2K\r2026-11-23\" 1");
     std::filesystem::create_symlink("docset.json", m_host.folder() / "docset.json");  // leads to itself
     const std::string hint = "\n2| Run docproducts --help for more information.\n[2]\n";
     const std::string full = "2| Can't write to standard output: No space left on device\n[1]\n";
     expect({
         {"", "2| One of the commands roots, list and find is required" + hint},
-        {"rot", "2| The following argument was not expected: rot" + hint},
-        {"roots list", "2| The following argument was not expected: list" + hint},
+        {"lits", "2| The following argument was not expected: lits (did you mean list?)" + hint},
+        {"list --Al", "2| The following argument was not expected: --Al (did you mean --all?)" + hint},
+        {"--catalog=x list",
+         "2| The following argument was not expected: --catalog=x (did you mean --catalogue?)" + hint},
+        {"roots --support-package-root '' --install-root ''", "2| --install-root: Must not be empty" + hint},
         {"roots --log loud", "2| --log: loud not in {off,error,note,detail,trace}" + hint},
-        {"find", "2| NAME is required" + hint},
         {"list --catalogue $(printf 'no\\033')", "2| --catalogue: File does not exist: no\\x1b" + hint},
-        {"list --catalogue /dev/null", "2| --catalogue: No regular file: /dev/null" + hint},
+        {"list --catalogue /dev/null", "2| --catalogue: Not a regular file: /dev/null" + hint},
         {"list --doc-root a --doc-data-root $T",
          "2| TIME  error   doc_products_shared: $T/docset.json does not exist\n"
          "2| There is no catalogue. Looked at:\n"
@@ -124,6 +182,17 @@ TEST_F(Command, RefusesWithAStatusAndAReason) {
          "2| in the data root           $T/docset.json\n[4]\n"},
         {"--install-root vorlan find -- -$(printf '\\n\\302\\233')",
          "2| No product has the name \"-\\x0a\\xc2\\x9b\"\n[4]\n"},
+        {"find \u061C\u200D\u200E\u200F\u2027\u2028\u202E\u202F\u2065\u2066\u2069\u206A\uFEFF --install-root vorlan",
+         "2| No product has the name "
+         "\"\\xd8\\x9c\u200D\\xe2\\x80\\x8e\\xe2\\x80\\x8f\u2027\\xe2\\x80\\xa8\\xe2\\x80\\xae\u202F\u2065"
+         "\\xe2\\x81\\xa6\\xe2\\x81\\xa9\u206A\\xef\\xbb\\xbf\"\n[4]\n"},
+        {"find lg --install-root vorlan", "2| No product has the name \"lg\" (did you mean LK, TG or HG?)\n[4]\n"},
+        {"find 'KILN CONTORL' --install-root vorlan",
+         "2| No product has the name \"KILN CONTORL\" (did you mean Kiln Control?)\n[4]\n"},
+        {"list --catalogue $T/forged.json",
+         "2| JSON ParserException (E0018): Expected \":\" after a key (Line 1, Column 23)\n"
+         "2| \t{\\x09\"\u8336\\x1b[2K\\x0d2026-11-23\" 1\n2| \t                               ^\n"
+         "2| Error while parsing $T/forged.json\n[3]\n"},
         {"find x --log trace --catalogue \"$T\"/c*.json 2> $T/all; echo $?; tail -n 2 $T/all",
          "3\ninvalid conversion: undefined to object\nError while parsing $T/c\\x1b.json\n"},
         {"list --install-root vorlan > /dev/full", full},
