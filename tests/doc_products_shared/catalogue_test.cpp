@@ -98,11 +98,4 @@ TEST(Catalogue, IsRefusedIfItIsNoObjectOrCannotBeRead) {
     }
 }
 
-TEST(Catalogue, IsEmptyIfTheFileDoesNotExist) {
-    Host host({withLink("nowhere", "docset.json")});
-    RecordLog log(maskOf(level::error));
-    EXPECT_EQ(parse(host), " ");
-    EXPECT_EQ(host.shorten(log.take()), "error: $T/docset.json does not exist\n");
-}
-
 }  // namespace

@@ -84,9 +84,8 @@ TEST(Threads, FailedConstructionWaitsForTheEventThatIsHandledAndLeavesNoListener
     host.on({});
     const std::uint64_t delivered = vorlan::deliveredEvents();
     host.set("DocRoot", "/unheard");
+    EXPECT_EQ(vorlan::deliveredEvents(), delivered);
     EXPECT_EQ(host.shown(Docroot::getInstance().getDocroot()), "/unheard");  // which is built anew
-    host.set("DocRoot", "/heard");
-    EXPECT_EQ(vorlan::deliveredEvents(), delivered + 1);
 }
 
 }  // namespace

@@ -20,10 +20,6 @@ namespace {
 
 constexpr support::Show render;
 
-static_assert(Readable<std::string> && Readable<Array> && Readable<Object>);
-static_assert(!Readable<bool> && !Readable<double> && !Readable<long long>);
-static_assert(!std::is_constructible_v<Value, const char*>);
-
 struct Held {
     Value value;
     std::string type, content, leftByMove = content;
