@@ -18,23 +18,23 @@ using boost::lexical_cast, support::Show;
 
 namespace {
 
-// The sentences that a refusal shows.
+// The numbers and sentences that a refusal shows.
 const std::map<ParseResult, std::string> s_sentences = {
-    {Ok, "Parse incomplete"},
+    {Ok, "E0000): Parse incomplete"},
     {InvalidUnicodeEscape,
-     "Invalid \\u escape: four hexadecimal digits are needed, and a second \\u escape after a high surrogate"},
-    {InvalidEscape, "Invalid escape: only \" \\ / b f n r t u may follow a backslash"},
-    {ExpectedString, "Expected a value, or a key in double quotes"},
-    {ExpectedDigit, "Expected a digit"},
-    {ExpectedFractionDigit, "Expected a digit after the decimal point"},
-    {ExpectedExponentDigit, "Expected a digit in the exponent"},
-    {ExpectedArray, "Expected an array"},
-    {ExpectedArrayDelimiter, "Expected \",\" or \"]\" after an array element"},
-    {ExpectedObjectDelimiter, "Expected \",\" or \"}\" after an object member"},
-    {ExpectedColon, "Expected \":\" after a key"},
-    {UnexpectedEnd, "The text ends too early"},
-    {InvalidInteger, "Expected an integer as the element of a typed array"},
-    {NestingTooDeep, "Arrays and objects are nested more than 256 deep"},
+     "E0005): Invalid \\u escape: four hexadecimal digits are needed, and a second \\u escape after a high surrogate"},
+    {InvalidEscape, "E0006): Invalid escape: only \" \\ / b f n r t u may follow a backslash"},
+    {ExpectedString, "E0008): Expected a value, or a key in double quotes"},
+    {ExpectedDigit, "E0011): Expected a digit"},
+    {ExpectedFractionDigit, "E0012): Expected a digit after the decimal point"},
+    {ExpectedExponentDigit, "E0013): Expected a digit in the exponent"},
+    {ExpectedArray, "E0014): Expected an array"},
+    {ExpectedArrayDelimiter, "E0015): Expected \",\" or \"]\" after an array element"},
+    {ExpectedObjectDelimiter, "E0017): Expected \",\" or \"}\" after an object member"},
+    {ExpectedColon, "E0018): Expected \":\" after a key"},
+    {UnexpectedEnd, "E0019): The text ends too early"},
+    {InvalidInteger, "E0020): Expected an integer as the element of a typed array"},
+    {NestingTooDeep, "E0021): Arrays and objects are nested more than 256 deep"},
 };
 
 // An independent reader, as plain as possible. Each function leaves the cursor at `place` and throws the reason of a
@@ -255,9 +255,9 @@ void examineParse(const std::string& text, unsigned flags) {
     const auto line = std::count(before.begin(), before.end(), '\n') + 1, code = static_cast<long>(result);
     const std::size_t column = before.size() - (before.rfind('\n') + 1), caret = std::min<std::size_t>(column, 80);
     const std::string source = before.substr(before.size() - caret) + after.substr(0, after.find('\n'));
-    const std::string what = "JSON ParserException (E" + std::to_string(10'000 + code).substr(1) +
-                             "): " + s_sentences.at(result) + " (Line " + std::to_string(line) + ", Column " +
-                             std::to_string(column) + ")\n\t" + source + "\n\t" + std::string(caret, ' ') + '^';
+    const std::string what = "JSON ParserException (" + s_sentences.at(result) + " (Line " + std::to_string(line) +
+                             ", Column " + std::to_string(column) + ")\n\t" + source + "\n\t" +
+                             std::string(caret, ' ') + '^';
     const std::string refusal = joined(what.c_str(), code, before.size(), line, column, caret, source);
     const std::string expected = code == 0 && after.empty() ? Show()(value) : refusal;
     try {

@@ -84,11 +84,11 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
         host.calls();
         const std::string healthy = outcome(use, host);
         for (const std::string& call : kindsOf(host.calls())) {
-            for (const auto& [fault, strike] : s_faults) {
+            for (const auto& [fault, fail] : s_faults) {
                 for (const bool always : {false, true}) {
                     SCOPED_TRACE(call + ", " + fault + (always ? ", always" : ", once"));
-                    int strikes = 0;
-                    host.on(call, [&, strike = strike] { ++strikes == 1 || always ? strike() : void(); });
+                    int calls = 0;
+                    host.on(call, [&, fail = fail] { ++calls == 1 || always ? fail() : void(); });
                     const std::string answer = outcome(use, host), records = log.take();
                     host.on({});
                     const std::string logged = fault == s_faults[0].first ? ruleOf(call) : "";

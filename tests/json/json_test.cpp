@@ -57,7 +57,6 @@ TEST(Value, IsReadAsWhatItHoldsAndAsNothingElse) {
         expectRead(held, "array", [&] { return Value(value.get<Array>()); });
         expectRead(held, "object", [&] { return Value(value.get<Object>()); });
         expectRead(held, "object", [&] { return &value["no"] == &Value::UNDEFINED ? value : value["no"]; });
-        EXPECT_EQ(value.contains("key") ? render(value["key"]) : "1null", "1null") << held.content;
     }
 }
 
@@ -98,10 +97,6 @@ TEST(Value, IsCopiedAndMovedOverAnyOtherAlsoShortOfMemory) {
         });
     }
     EXPECT_GE(failures, 200);
-}
-
-TEST(ParseResult, HasASentenceForAnyNumber) {
-    EXPECT_STREQ(get_parse_result_description(static_cast<ParseResult>(99)), "Unknown error");
 }
 
 const auto times = [](std::size_t count, const std::string& text) {
@@ -146,6 +141,7 @@ TEST(Nesting, EndsAfter256LevelsOnASmallStack) {
         EXPECT_EQ(outcomeOnSmallStack(opening + nested), "JSON ParserException (E0021");
         EXPECT_EQ(outcomeOnSmallStack(times(100'000, opening)), "JSON ParserException (E0021");
     }
+    EXPECT_STREQ(get_parse_result_description(static_cast<ParseResult>(22)), "Unknown error");
 }
 
 // Short of memory, a parse ends as always, with bad_alloc, with a refusal where the data of a typed array starts, or
@@ -161,7 +157,9 @@ TEST(Memory, RunsOutInAParse) {
     const long failures = support::failEachAllocation([&](const support::Attempt& attempt) {
         Value value;
         const std::string thrown = attempt([&] { value = parse(text, 0); });
-        ++ends[thrown.empty() ? render(value) : thrown.substr(0, refused.size())];
+        const auto upToCaret = thrown.substr(thrown.find('\n') + 1, thrown.size() - thrown.rfind('\n') - 2);
+        const bool isAtData = thrown.starts_with(refused) && upToCaret.ends_with("\"zqdata\":");
+        ++ends[thrown.empty() ? render(value) : isAtData ? refused : thrown];
     });
     EXPECT_THAT(ends, testing::AllOf(testing::SizeIs(4), testing::Each(testing::Pair(testing::_, testing::Gt(0)))));
     EXPECT_GE(failures, 150);
