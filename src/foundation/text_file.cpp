@@ -12,8 +12,7 @@ std::string read_text_file(const std::string& path) {
     std::string text;
     try {
         std::copy(std::istreambuf_iterator<char>(file), {}, std::back_inserter(text));
-    } catch (
-        const std::ios_base::failure&) {  // thrown by the stream buffer itself, whatever the stream's exception mask
+    } catch (const std::ios_base::failure&) {  // from the stream buffer itself, whatever the stream's exception mask
     }
     return text;
 }
