@@ -61,8 +61,7 @@ boost::log::record open_record(basic_diagnostic_logger<char>& logger, level whic
 void add_depth(basic_diagnostic_logger<char>& logger, long change) {
     auto& slot = logger.parts().depth;
     const long depth = reinterpret_cast<long>(slot.get());
-    slot.reset(
-        reinterpret_cast<long*>(depth + change));  // NOLINT(performance-no-int-to-ptr): the slot holds the number
+    slot.reset(reinterpret_cast<long*>(depth + change));  // NOLINT(performance-no-int-to-ptr): it holds a number
 }
 
 void imbue_message_locale(boost::log::record_ostream& stream) {
