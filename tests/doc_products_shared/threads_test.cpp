@@ -32,10 +32,10 @@ const std::function<void(const Path&)> s_operations[] = {
             root->getSettingsByFullName(s_docRoot), [](const auto&) {});
         EXPECT_EQ(root->get<fl::ustring>(s_docRoot, "user"), vorlan::settingAt(s_docRoot, "user").value_or(u""));
     },
-    [](const Path& path) {
-        vorlan::setInstallRoot(path.native());
-        vorlan::setSupportPackageRoot({});
-        vorlan::setContext({});
+    [](const Path&) {
+        vorlan::setInstallRoot(vorlan::services().installRoot());
+        vorlan::setSupportPackageRoot(vorlan::services().supportPackageRoot());
+        vorlan::setContext(vorlan::services().currentContext());
         vorlan::openSettings();
     },
     [](const Path&) {
