@@ -44,10 +44,6 @@ const std::string s_catalogue = R"({"documentation_set": {
 
 TEST(Catalogue, IsReadInFullAndInFileOrder) {
     EXPECT_EQ(parseText(s_catalogue), "1.0 7.2\n\tAlpha Kit |kits/a|alpha|AK|ak|new|kits/tools|/\n|\u00e9|b|||");
-    EXPECT_EQ(parseText(R"({"documentation_set": {"format": "", "release": ")"
-                        "\xFF"
-                        R"(", "product_list": []}})"),
-              " \xFF");
 }
 
 // The keys in the order in which they are read, with their types, and whether they are required.

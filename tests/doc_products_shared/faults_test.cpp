@@ -107,6 +107,19 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
     EXPECT_GE(count, 200);
 }
 
+TEST(Faults, OfMemoryInASetChangeNothing) {
+    Host host;
+    host.on("parent", [] { throw Nothing(); });  // so that the listener sets nothing itself
+    const Docroot docroot;
+    failEachAllocation([&](const Attempt& attempt) {
+        vorlan::setSetting("vorlan.help.DocRoot", u"/former", "session");
+        const std::string thrown = attempt([] { vorlan::setSetting("vorlan.help.DocRoot", u"/new", "session"); });
+        EXPECT_EQ(vorlan::settingAt("vorlan.help.DocRoot", "session"), thrown.empty() ? u"/new" : u"/former");
+        vorlan::waitForEvents();
+        host.calls();
+    });
+}
+
 TEST(Faults, OfMemoryEndInBadAllocOrAnErrorThatSaysSo) {
     Host host(s_scene);
     long count = 0, failedRecords = 0, refusals = 0;

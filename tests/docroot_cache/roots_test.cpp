@@ -62,14 +62,6 @@ TEST(Roots, KeepWhatWasStoredBeforeAFailure) {
     EXPECT_EQ(host.shown(cache.getDocroot()) + host.shown(cache.getDocDataRoot()), "/unmarked$T/vorlan/help");
 }
 
-TEST(Roots, AreSoughtBelowTheWorkingFolderWithoutASupportPackageRoot) {
-    Host host({withSetting("DocDataRoot", "/factory", "factory"), withFile("help/index.html")});
-    std::filesystem::current_path(host.folder());
-    vorlan::setSupportPackageRoot({});
-    DocrootCache cache;
-    EXPECT_EQ(host.shown(cache.getDocroot()) + " " + host.shown(cache.getDocDataRoot()), "help /factory");
-}
-
 const Step s_redirect = withFile("vorlan/help/docroot.txt", "\t/missing\n");
 
 // What a resolution of both roots logs, or some of it.
@@ -96,12 +88,13 @@ const std::pair<std::vector<Step>, std::string> s_logs[] = {
      "note: spRoot exists true\nnote: installedDocFile $T/packages/help/index.html\n"
      "note: index.html file exists, returning installedDocRoot $T/packages/help\n"
      "note: Returning installedDocRoot $T/packages/help\n"},
-    {{withFile("vorlan/help/docroot.txt", " \n")}, "note: Default docroot redirected to $T/vorlan/help\n"},
+    {{withFile("vorlan/help/help/index.html"), [](Host&) { vorlan::setSupportPackageRoot({}); }},
+     "note: Returning installedDocRoot help\nnote: m_docroot help\n"},  // below the working folder
     {{[](Host& host) { host.on("root", s_broken); }},
      "begin\nerror: Error getting setting: broken\nnote: DocRoot setting is empty, return empty upath\n"},
     {{withSetting("DocRoot", "/r")},
      "note: Returning setting /r\nnote: path /r\nnote: Returning docRootFromSetting /r\n"},
-    {{withSetting("DocDataRoot", "/d")}, "note: path /d\nnote: Returning docDataRootFromSetting /d\n"},
+    {{withSetting("DocDataRoot", "/d", "factory")}, "note: path /d\nnote: Returning docDataRootFromSetting /d\n"},
 };
 
 TEST(Roots, LogHowTheyAreFound) {

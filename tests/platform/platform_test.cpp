@@ -26,7 +26,6 @@ TEST(Path, BecomesCanonicalIfItExists) {
     };
     EXPECT_EQ(canonical("$T/link/\xFF/.././\xFF/file", ""), "$T/a/\xFF/file");
     EXPECT_EQ(canonical("link/\xFF", "$T") + " " + canonical("$T/a", "/b"), "$T/a/\xFF $T/a");
-    EXPECT_TRUE(fl::filesystem::exists(host.path("$T/link/\xFF/")));
     for (const std::string& path :
          {""s, "$T/none"s, "$T/a/\xFF/file/"s, "$T/dangling"s, "$T/a\0"s, "$T/" + std::string(256, 'x')}) {
         EXPECT_FALSE(fl::filesystem::exists(host.path(path))) << path;
