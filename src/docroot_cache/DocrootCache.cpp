@@ -261,8 +261,8 @@ upath DocrootCache::readSetting(const std::string& name) const {
 void DocrootCache::writeSetting(const std::string& name, const upath& path) {
     FUNCTION_TRACE(
         "void docroot_cache::DocrootCache::writeSetting(const std::string &, const fl::filesystem::upath &)");
-    const fl::ustring value = path.native();  // a copy: a settings service that calls back may change m_docroot
-    setSetting(name, value);
+    // A copy of the text: a settings service that calls back may change m_docroot.
+    setSetting(name, fl::ustring(path.native()));
 }
 
 }  // namespace docroot_cache
