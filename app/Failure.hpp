@@ -5,6 +5,7 @@
 
 namespace app {
 
+// The exit statuses that --help documents.
 enum class ExitStatus {
     done = 0,
     failure = 1,
@@ -13,7 +14,7 @@ enum class ExitStatus {
     nothingFound = 4,
 };
 
-// Ends the command with a status and with a message: printable lines for standard error, each with its line end.
+// Ends the command with a status and a message for standard error: printable lines, each with its line feed.
 class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, const std::string& message) : std::runtime_error(message), m_status(status) {}

@@ -4,8 +4,9 @@
 
 namespace app {
 
-// Gives the calling thread's wide characters their Unicode meaning for the lifetime of the object. If the system
-// lacks the locale, nothing changes. Opened once: opening it costs more than printing a row.
+// Sets the calling thread's locale to C.UTF-8, in which wide characters are Unicode, for the lifetime of the object. If
+// the system lacks that locale, nothing changes. The locale is opened once, because opening it costs more than printing
+// a row.
 class UnicodeLocale {
 public:
     UnicodeLocale() : m_previous(uselocale(unicode())) {}

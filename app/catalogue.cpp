@@ -25,13 +25,13 @@ using fl::filesystem::upath;
 
 namespace {
 
-// A caret line, as the reader's messages have it: blanks and "^".
+// True for the line of a reader's message that holds the caret: blanks and a final "^".
 bool isCaret(std::string_view line) {
     return line.ends_with('^') && line.find_first_not_of(' ') == line.size() - 1;
 }
 
-// The report on a catalogue with each line in printable form, but for leading tabs, and the caret below the character
-// that it is meant for.
+// Makes the library's report on a catalogue printable, line by line. Leading tabs stay. Escapes widen a line, so the
+// caret below it is moved to the character that it marks.
 std::string printableReport(std::string_view report) {
     std::string result;
     std::string_view above;
@@ -49,8 +49,8 @@ std::string printableReport(std::string_view report) {
     return result;
 }
 
-// Holds back what is written to std::cerr while it lives, and then writes it as lines: the library reports what is
-// wrong with a catalogue without a line end, and log records may follow.
+// Holds back what is written to std::cerr during the lifetime of the object, then writes it in printable form, each
+// line with its line feed. The library's report on a catalogue ends without one.
 class HeldErrors {
 public:
     HeldErrors() : m_errors(std::cerr.rdbuf(m_held.rdbuf())) {}
@@ -66,7 +66,7 @@ private:
     std::streambuf* m_errors;
 };
 
-// Turns the library's "Error while parsing ..." into a Failure. The prefix is all that identifies it.
+// Calls `read` and turns the library's "Error while parsing ..." into a Failure. Only the prefix identifies it.
 template <class Read>
 auto readCatalogue(Read read) {
     try {

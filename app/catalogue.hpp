@@ -9,10 +9,13 @@ namespace app {
 
 struct Options;
 
-// The collector of the catalogue that is in force. Throws Failure where there is no catalogue or a malformed one.
+// The collector of the catalogue in force: the file of --catalogue, or else docset.json in a root. Throws Failure if
+// there is no catalogue, or if it is malformed or can't be read. The library's report on a malformed catalogue goes to
+// standard error.
 std::shared_ptr<doc_products_shared::DocProductCollector> openCatalogue(const Options& options);
 
-// All products of the collector's catalogue in file order, read anew. Throws like openCatalogue.
+// All products of the collector's catalogue, in file order. Reads the file again, because a collector lists only the
+// installed products. Throws like openCatalogue.
 std::vector<doc_products_shared::TopLevelDocProductPtr> readAllProducts(
     const doc_products_shared::DocProductCollector& collector, const Options& options);
 

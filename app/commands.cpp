@@ -41,7 +41,7 @@ bool areSameFamilies(const std::vector<ProductFamily>& left, const std::vector<P
                       });
 }
 
-// True if the two were read from the same entry, or from one just like it.
+// True for products that were read from the same entry, or from equal entries.
 bool isSame(const DocProduct& left, const DocProduct& right) {
     return texts(left) == texts(right) && areSameFamilies(left.getProductFamilies(), right.getProductFamilies());
 }
@@ -98,12 +98,12 @@ std::vector<Name> namesOf(const DocProduct& product) {
             {"display name", product.getDisplayName()}};
 }
 
-// As the library trims names: by the classes of the classic locale, which this program never replaces.
+// Trims a name like the library, which uses the global locale. This program never replaces the classic one.
 std::string trimmed(const std::string& text) {
     return boost::algorithm::trim_copy(text, std::locale::classic());
 }
 
-// The fields that make the product answer to the name.
+// The fields of the product that hold the name, separated by commas.
 std::string fieldsOf(const DocProduct& product, const std::string& name) {
     std::string fields;
     for (const Name& candidate : namesOf(product)) {
@@ -162,7 +162,7 @@ ExitStatus showRoots(const Options& /*options*/) {
     const auto docroot = roots.getDocroot();
     const auto dataRoot = roots.getDocDataRoot();
     writeTable(print, {{"documentation root", to_string(docroot)}, {"data root", to_string(dataRoot)}});
-    flushOutput();  // before the notes
+    flushOutput();  // before any message on standard error
     const bool isRootThere = isThere("documentation root", docroot);
     return isThere("data root", dataRoot) && isRootThere ? ExitStatus::done : ExitStatus::nothingFound;
 }

@@ -6,16 +6,18 @@ namespace app {
 
 struct Options;
 
-// The commands. Each writes its answer to standard output and returns the status to end with; throws Failure if there
-// is no answer.
+// The commands. Each writes its answer to standard output and returns the exit status. Throws Failure if there is no
+// answer.
 
-// The documentation root and the data root. A root that doesn't exist is reported on standard error: nothingFound.
+// Prints the documentation root and the data root. Reports each one that doesn't exist on standard error, and
+// returns nothingFound if there is such a one.
 ExitStatus showRoots(const Options& options);
 
-// The installed products, or with --all the whole catalogue, and how many of how many are installed.
+// Prints the installed products, or with --all every product and its state, and then their number and that of all.
 ExitStatus listProducts(const Options& options);
 
-// The product that the name leads to, with the names that are this one.
+// Prints the product that has the name, installed or not, and the fields that hold the name. If there is none, the
+// message suggests similar names.
 ExitStatus findProduct(const Options& options);
 
 }  // namespace app

@@ -41,8 +41,9 @@ void refuseUnreadable(const std::string& path) {
     }
 }
 
-// Refuses what the library is about to read, unless it is a regular file that can be read: the library would take an
-// unreadable file as empty, and read an endless one until memory runs out.
+// Refuses a catalogue or a docroot.txt that isn't a readable regular file. The library tests whether such a file exists
+// before it reads it, and here that test throws Failure. The library itself takes an unreadable file as empty and reads
+// an endless one until memory runs out.
 class Services : public vorlan::Services {
 public:
     explicit Services(fl::ustring catalogue) : m_catalogue(std::move(catalogue)) {}
@@ -58,7 +59,7 @@ private:
     const fl::ustring m_catalogue;
 };
 
-// Never empty: the library would look for documentation below the working directory.
+// Never empty, because the library would then look for documentation below the working directory.
 fl::ustring supportPackageRoot(const Options& options) {
     return options.supportPackageRoot
                ? fl::i18n::to_ustring(*options.supportPackageRoot)
@@ -79,7 +80,7 @@ void configureHost(const Options& options) {
         vorlan::setInstallRoot(fl::i18n::to_ustring(*options.installRoot));
     }
     vorlan::setSupportPackageRoot(supportPackageRoot(options));
-    // Never destroyed: an event may be delivered until the process ends.
+    // Never destroyed, because events may be delivered until the process ends.
     vorlan::useServices(*new Services(fl::i18n::to_ustring(options.catalogue.value_or(""))));
     setUserSetting(setting_names::docRoot, options.docRoot);
     setUserSetting(setting_names::docDataRoot, options.docDataRoot);

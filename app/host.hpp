@@ -4,8 +4,8 @@ namespace app {
 
 struct Options;
 
-// Sets the host's roots, the user's settings, the log and the services as the options say. Call before the first use
-// of the library, which resolves its roots then.
+// Makes this program the library's host: sets the roots, the user's settings, the log and the services as the options
+// say. Call before the first use of the library, because that resolves the roots.
 void configureHost(const Options& options);
 
 }  // namespace app

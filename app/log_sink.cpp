@@ -37,7 +37,7 @@ constexpr std::uint32_t s_trace = s_detail | bits(level::enter) | bits(level::ex
 struct LogChoice {
     const char* name;
     std::uint32_t shown;
-    std::uint32_t mask;  // the library counts depth while `enter` is on, shown or not
+    std::uint32_t mask;  // includes `enter` if lines are indented: the library counts depth only then
 };
 
 constexpr std::array s_choices = {
@@ -80,7 +80,7 @@ std::string lineText(const boost::log::record_view& record) {
 
 class LineBackend : public sinks::basic_sink_backend<sinks::synchronized_feeding> {
 public:
-    // To std::clog, since std::cerr may be held back for the library's report on a catalogue.
+    // Writes to std::clog: std::cerr may be held back for the library's report on a catalogue.
     void consume(const boost::log::record_view& record) { std::clog << lineText(record) << std::flush; }
 };
 

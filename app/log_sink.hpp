@@ -5,11 +5,12 @@
 
 namespace app {
 
-// The names that --log takes, from the quietest on.
+// The values of --log, quietest first.
 std::vector<std::string> logNames();
 
-// Sends the library's records of the levels that the name stands for to standard error, a line each. Call before the
-// first use of the library, with "off" too: without a sink the logging core writes to standard output.
+// Makes the library write its log records to standard error, one per line, in printable form. `logName` is one of
+// logNames() and selects the levels. Call before the first use of the library, with "off" too: without a sink the
+// logging core writes to standard output.
 void installLogSink(const std::string& logName);
 
 }  // namespace app

@@ -8,6 +8,9 @@
 #include "output.hpp"
 #include "terminal_text.hpp"
 
+// The command docproducts: reads the command line, configures the host and runs one command. Every failure ends here,
+// as a message on standard error and an exit status.
+
 namespace {
 
 using app::Command;

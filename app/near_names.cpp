@@ -41,7 +41,7 @@ bool isWithin(std::size_t edits, std::u16string_view left, std::u16string_view r
     return afterEdit(1, 1) || afterEdit(1, 0) || afterEdit(0, 1) || (areSwapped && afterEdit(2, 2));
 }
 
-// The number of edits between the texts, or more than may be made.
+// The number of edits between the texts, or s_mostEdits + 1 if it exceeds the limit.
 std::size_t distance(const fl::ustring& left, const fl::ustring& right) {
     const std::size_t limit = std::min(s_mostEdits, std::max(left.size(), right.size()) / 2);
     std::size_t edits = 0;

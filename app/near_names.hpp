@@ -5,12 +5,13 @@
 
 namespace app {
 
-// The candidates that `name` may have been meant for, the nearest first, at most three and each once, without `name`
-// itself: those that differ in case alone, then those one or two edits away (a character inserted, removed or
-// replaced, or two neighbours swapped). At most half of the longer text may be edited.
+// The candidates that `name` may be a misspelling of: at most three, nearest first, each once, and never `name` itself.
+// Those that differ only in case come first, then those one or two edits away. An edit inserts, removes or replaces a
+// character, or swaps two neighbours. There may be no more edits than half the length of the longer text.
 std::vector<std::string> nearNames(const std::string& name, const std::vector<std::string>& candidates);
 
-// The names as the end of a message: " (did you mean a, b or c?)", or nothing if there are none. Not made printable.
+// The end of a message that suggests the names, " (did you mean a, b or c?)"; empty if there are none. The names aren't
+// made printable.
 std::string suggestion(const std::vector<std::string>& names);
 
 }  // namespace app

@@ -16,10 +16,10 @@ namespace {
 constexpr const char* s_footer =
     "Exit status:\n"
     "  0  done\n"
-    "  1  failure\n"
+    "  1  failure, such as a file that can't be read\n"
     "  2  wrong usage\n"
     "  3  malformed catalogue\n"
-    "  4  nothing found: a root doesn't exist, no catalogue, or no product of that name";
+    "  4  nothing found: a root doesn't exist, there is no catalogue, or no product has the name";
 
 // The catalogue may be read twice, which a pipe or a device doesn't allow.
 std::string regularFile(const std::string& name) {
@@ -30,22 +30,22 @@ std::string notEmpty(const std::string& text) {
     return text.empty() ? "Must not be empty" : "";
 }
 
-// Options of the main command and of every subcommand, so they may be given before or after the subcommand.
+// Called for the main command and for each subcommand, so that these options may precede or follow the subcommand.
 void addSharedOptions(CLI::App& app, Options& options) {
     const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
         return app.add_option(name, value, text)->type_name(type)->take_last();
     };
-    add("--install-root", options.installRoot, "DIR", "Install root; by default the folder above this program's")
+    add("--install-root", options.installRoot, "DIR", "Install root; by default the parent of this program's folder")
         ->check(notEmpty);
     add("--support-package-root", options.supportPackageRoot, "DIR",
         "Support-package root; by default support-packages in the install root")
         ->check(notEmpty);
-    add("--doc-root", options.docRoot, "DIR", "Documentation root in the user's settings");
-    add("--doc-data-root", options.docDataRoot, "DIR", "Data root in the user's settings");
-    add("--catalogue", options.catalogue, "FILE", "Catalogue to read instead of a root's docset.json")
+    add("--doc-root", options.docRoot, "DIR", "Documentation root, as if set in the user's settings");
+    add("--doc-data-root", options.docDataRoot, "DIR", "Data root, as if set in the user's settings");
+    add("--catalogue", options.catalogue, "FILE", "Catalogue to read instead of the docset.json in a root")
         ->check(CLI::ExistingFile.description(""))
         ->check(regularFile);
-    app.add_option("--log", options.log, "Records on standard error, up to this level")
+    app.add_option("--log", options.log, "Write log records up to this level to standard error")
         ->type_name("LEVEL")
         ->take_last()
         ->capture_default_str()
@@ -62,9 +62,10 @@ CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const ch
 void addCommands(CLI::App& app, Options& options) {
     addCommand(app, options, "roots", "Print the documentation root and the data root", Command::showRoots);
     addCommand(app, options, "list", "Print the installed products", Command::listProducts)
-        .add_flag("--all", options.all, "Print the rest of the catalogue as well");
-    addCommand(app, options, "find", "Print the product that a name leads to", Command::findProduct)
-        .add_option("NAME", options.name, "Base code, help location, or short, alternative or display name")
+        .add_flag("--all", options.all, "Print all products in the catalogue and whether each is installed");
+    addCommand(app, options, "find", "Print the product with the given name, installed or not", Command::findProduct)
+        .add_option("NAME", options.name,
+                    "Base code, short name, help location, alternative short name or display name")
         ->type_name("")
         ->required();
 }
@@ -76,7 +77,7 @@ std::string requestedText(const CLI::App& app, const CLI::Success& request) {
     return text.str();
 }
 
-// The commands that `typed` may have been meant for, or the options if it looks like one.
+// The names that `typed` may be a misspelling of: all options if it looks like one, all commands otherwise.
 std::vector<std::string> candidates(const CLI::App& app, const std::string& typed) {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
@@ -91,7 +92,7 @@ std::vector<std::string> candidates(const CLI::App& app, const std::string& type
     return names;
 }
 
-// A suggestion for the first argument that wasn't understood.
+// A suggestion for the first argument that wasn't understood; empty if there is none.
 std::string meant(const CLI::App& app) {
     const auto unknown = app.remaining(true);
     if (unknown.empty()) {
@@ -109,7 +110,7 @@ std::string meant(const CLI::App& app) {
 
 Options readOptions(int argc, const char* const* argv) {
     Options options;
-    CLI::App app("Tells where the documentation of VORLAN lives, and which documentation products are installed.",
+    CLI::App app("Shows where VORLAN's documentation lives and which documentation products are installed.",
                  "docproducts");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.set_version_flag("-V,--version", "docproducts " DOCPRODUCTS_VERSION, "Print the version and exit");

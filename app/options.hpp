@@ -6,13 +6,13 @@
 namespace app {
 
 enum class Command {
-    printText,  // what help or version have to say
+    printText,  // for --help and --version
     showRoots,
     listProducts,
     findProduct,
 };
 
-// What the command line asks for. Paths and names are bytes as they were typed.
+// What the command line asks for. Paths and names are bytes, as typed. Options without a value weren't given.
 struct Options {
     std::optional<std::string> installRoot;
     std::optional<std::string> supportPackageRoot;
@@ -26,7 +26,7 @@ struct Options {
     std::string name;  // findProduct: the product's name
 };
 
-// Reads the command line. Throws Failure where the usage is wrong.
+// Reads the command line. Throws Failure on wrong usage.
 Options readOptions(int argc, const char* const* argv);
 
 }  // namespace app

@@ -4,7 +4,8 @@
 
 namespace app {
 
-// Writes to standard output. Throws std::system_error if that fails, which may show as late as at the flush.
+// Write to standard output, and flush it. Both throw std::system_error on failure. Output is buffered, so a failure may
+// show only at the flush.
 void print(std::string_view text);
 void flushOutput();
 

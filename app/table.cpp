@@ -10,7 +10,7 @@ namespace app {
 
 namespace {
 
-constexpr std::size_t s_widest = 60;  // of the cells that columns are aligned to
+constexpr std::size_t s_widest = 60;  // a wider cell doesn't widen its column
 constexpr std::size_t s_gap = 2;
 
 std::size_t cellWidth(std::string_view cell) {

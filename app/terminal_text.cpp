@@ -14,7 +14,7 @@ namespace app {
 
 namespace {
 
-// True for most texts: each byte is a character that stays and takes one column.
+// True if every byte is printable ASCII, as in most texts: nothing needs an escape, and each byte takes one column.
 bool isPlain(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char byte) { return byte >= ' ' && byte <= '~'; });
 }
@@ -24,7 +24,7 @@ std::vector<fl::ustring> characters(std::string_view text) {
     const fl::ustring units = fl::i18n::to_ustring(std::string(text));
     std::vector<fl::ustring> result;
     for (std::size_t start = 0; start < units.size(); start += result.back().size()) {
-        const bool isPair = units[start] >= 0xD800 && units[start] <= 0xDBFF;  // the conversion yields no lone one
+        const bool isPair = units[start] >= 0xD800 && units[start] <= 0xDBFF;  // never unpaired, see to_ustring
         result.push_back(units.substr(start, isPair ? 2 : 1));
     }
     return result;
@@ -35,8 +35,7 @@ struct Range {
     char16_t last;
 };
 
-// What a terminal doesn't show as a character of its own, or takes for an order to rearrange others. Joiners stay:
-// emoji need them.
+// Characters that a terminal doesn't show, or that make it rearrange others. Joiners are left out: emoji need them.
 constexpr std::array s_escaped = {
     Range{0x0000, 0x001F}, Range{0x007F, 0x009F},  // controls
     Range{0x061C, 0x061C}, Range{0x200E, 0x200F},  // bidirectional marks
@@ -50,7 +49,7 @@ bool needsEscape(const fl::ustring& character) {
     });
 }
 
-// True for a byte that follows the first one of a character in UTF-8.
+// True for any byte of a UTF-8 character but its first.
 bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
@@ -70,7 +69,7 @@ char32_t codePoint(const fl::ustring& character) {
     return 0x10000 + ((character[0] - 0xD800U) << 10) + (character[1] - 0xDC00U);
 }
 
-// 1 if the locale knows no width.
+// 1 if the locale doesn't know the width.
 std::size_t columns(char32_t character) {
     const int width = wcwidth(static_cast<wchar_t>(character));
     return width < 0 ? 1 : static_cast<std::size_t>(width);

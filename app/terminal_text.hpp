@@ -7,15 +7,15 @@
 
 namespace app {
 
-// The text in a form that is safe to show: control characters (C0, DEL, C1), the separators U+2028 and U+2029,
-// U+FEFF, the bidirectional controls, and bytes that aren't part of valid UTF-8 become \xNN, byte by byte. The rest
-// stays.
+// The text in a form that is safe to show on a terminal. Control characters (C0, DEL, C1), the separators U+2028 and
+// U+2029, U+FEFF, bidirectional controls, and bytes that aren't part of valid UTF-8 become \xNN, byte by byte. All else
+// is unchanged.
 std::string printable(std::string_view text);
 
-// The columns that the text takes as it stands: two for a wide character, none for a combining one.
+// The number of columns that the text takes, unescaped: two for a wide character, none for a combining one.
 std::size_t displayWidth(std::string_view text);
 
-// Calls `visit` with the printable form of each part of the text in turn, so that a long text needs no copy as long.
+// Calls `visit` with the printable form of successive parts of the text, so that no long text is ever copied whole.
 void forEachPrintablePart(std::string_view text, const std::function<void(const std::string&)>& visit);
 
 }  // namespace app
