@@ -7,13 +7,13 @@ namespace fuzz {
 
 using support::level;
 
-// A host of which every record is logged, so that texts of any bytes go through the log as well.
+// A host with all log levels on, so that arbitrary bytes pass through the log as well.
 struct Host : support::Host {
     support::RecordLog log;
     const std::string root = folder() / "vorlan/help";  // the default root
 
     void forgetRecords() {
-        check(!log.take().empty(), "whatever happens is logged");
+        check(!log.take().empty(), "every input is logged");
         calls();
     }
 };

@@ -15,7 +15,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-// A catalogue in the default root, beside files that prove some products installed.
+// An installation for a catalogue in the default root, with files that prove some products installed.
 struct Scene : fuzz::Host {
     const std::string catalogue = root + "/docset.json";
     std::ostringstream errors;
@@ -31,17 +31,18 @@ struct Scene : fuzz::Host {
     }
     ~Scene() { std::cerr.rdbuf(formerErrors); }
 
-    // What a reader makes of the catalogue; nothing where it is refused.
+    // What `read` returns for the catalogue; nothing if it refuses the catalogue.
     template <class Read>
     auto attempt(Read read) -> std::optional<decltype(read(fl::ustring()))> {
         errors.str("");
         try {
             auto result = read(fl::i18n::to_ustring(catalogue));
-            check(errors.str().empty(), "no catalogue is accepted with words");
+            check(errors.str().empty(), "an accepted catalogue writes nothing to std::cerr");
             return result;
         } catch (const std::runtime_error& error) {
-            check(error.what() == "Error while parsing " + catalogue, "a refusal names the catalogue and no more");
-            check(!errors.str().empty(), "no catalogue is refused without words");
+            check(error.what() == "Error while parsing " + catalogue,
+                  "what() of a refusal names the catalogue and nothing else");
+            check(!errors.str().empty(), "a refused catalogue writes the reason to std::cerr");
         }
         return {};
     }
@@ -52,7 +53,7 @@ Fields namesOf(const DocProduct& product) {
             product.getDisplayName()};
 }
 
-// All that a product holds.
+// All texts of a product.
 Fields fieldsOf(const DocProduct& product) {
     Fields fields = namesOf(product);
     fields.push_back(product.getAvailability());
@@ -62,7 +63,7 @@ Fields fieldsOf(const DocProduct& product) {
     return fields;
 }
 
-// The last product with that name; names count without the white space around them.
+// The texts of the last product with that name, none if there is none. White space around a product's names is ignored.
 Fields find(const DocumentationSet& set, const std::string& name) {
     Fields found;
     for (const auto& product : set.getTopLevelProducts()) {
@@ -94,7 +95,8 @@ void examineProducts(const DocumentationSet& set, DocProductCollector& collector
         for (const std::string& own : namesOf(*product)) {
             for (const std::string& name : {own, std::string(fuzz::trimmed(own)), own + "?"}) {
                 const auto found = collector.getProductInfo(name);
-                check((found ? fieldsOf(*found) : Fields()) == find(set, name), "a name's last product has it");
+                check((found ? fieldsOf(*found) : Fields()) == find(set, name),
+                      "a look-up finds the last product with the name");
             }
         }
         if (isInstalled(*product, dataRoot)) {
@@ -104,7 +106,7 @@ void examineProducts(const DocumentationSet& set, DocProductCollector& collector
     for (const auto& product : *collector.getInstalledTopLevelDocProducts()) {
         installed.push_back(fieldsOf(*product));
     }
-    check(installed == expected, "what has its files is installed, in the order of the catalogue");
+    check(installed == expected, "the installed products are those with a proof file, in catalogue order");
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ using boost::lexical_cast, support::Show;
 
 namespace {
 
-// The numbers and sentences that a refusal shows.
+// The number and the description that what() of a refusal shows.
 const std::map<ParseResult, std::string> s_sentences = {
     {Ok, "E0000): Parse incomplete"},
     {InvalidUnicodeEscape,
@@ -37,8 +37,8 @@ const std::map<ParseResult, std::string> s_sentences = {
     {NestingTooDeep, "E0021): Arrays and objects are nested more than 256 deep"},
 };
 
-// An independent reader, as plain as possible. Each function leaves the cursor at `place` and throws the reason of a
-// refusal. A step that succeeds returns true, so steps chain with &&.
+// An independent reader, as plain as possible. Each function moves `place`, its cursor, and throws the reason if it
+// refuses the text. A step that succeeds returns true, so that steps chain with &&.
 struct Model {
     std::string_view text;
     unsigned flags, depth = 0;
@@ -89,7 +89,7 @@ struct Model {
 
     std::string character() {
         require(has(1) && !at("\""), StringEndReached);
-        Model ahead = *this;  // a broken escape leaves the cursor where it starts
+        Model ahead = *this;  // an invalid escape leaves the cursor at its start
         const std::string read = ahead.take("\\") ? ahead.escape() : std::string(1, text[ahead.place++]);
         place = ahead.place;
         return read;
@@ -172,7 +172,7 @@ struct Model {
         static const boost::regex s_types("u?int(8|16|32|64)");
         Object members;
         std::string type;
-        std::optional<Model> data;  // at the data that no type has settled yet
+        std::optional<Model> data;  // at the data whose type isn't known yet
         items("{}", ExpectedObject, ExpectedObjectDelimiter, [&] {
             const std::string key = string();
             skip() && expect(":", ExpectedColon) && skip();
@@ -208,8 +208,8 @@ std::string joined(const auto&... parts) {
     return ((lexical_cast<std::string>(parts) + ' ') + ...);
 }
 
-// Each reader of the library and its model, from the place of the model on. `text` may go on where that of the model
-// ends.
+// Compares each reader of the library with its model, starting at the model's place. `text` may continue after the end
+// of the model's text.
 void examineReaders(const std::string& text, const Model& start) {
     const unsigned flags = start.flags, depth = start.depth;
     const auto compare = [&](const char* name, auto modelled, auto read, auto... context) {
@@ -244,7 +244,7 @@ void examineReaders(const std::string& text, const Model& start) {
     compare("skip_whitespace", skip, skipSpace);
 }
 
-// A refusal is reported after the white space that follows it.
+// Compares `parse` with the model. It reports a refusal after any white space that follows the failure.
 void examineParse(const std::string& text, unsigned flags) {
     Model model{text, flags};
     Value value;

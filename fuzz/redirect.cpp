@@ -7,7 +7,7 @@
 
 namespace {
 
-// Folders, files, links, and names that white space and odd bytes are part of, for a redirect to lead to.
+// An installation with targets for a redirect: folders and links, and names with white space and invalid UTF-8.
 struct Scene : fuzz::Host {
     docroot_cache::DocrootCache cache;
 
@@ -21,7 +21,7 @@ struct Scene : fuzz::Host {
     }
 };
 
-// Bytes as UTF-16: the valid UTF-8 among them, and every other byte as a low surrogate of its own.
+// Bytes as UTF-16: valid UTF-8 is converted, every other byte becomes a low surrogate of its own.
 fl::ustring widened(const std::string& bytes) {
     using Utf8 = boost::locale::utf::utf_traits<char>;
     fl::ustring wide;
@@ -35,7 +35,7 @@ fl::ustring widened(const std::string& bytes) {
     return wide;
 }
 
-// Where a docroot.txt of that text leads.
+// The root for a docroot.txt with that text.
 std::string redirected(const std::string& text, const std::string& defaultRoot) {
     const std::string value(fuzz::trimmed(text));
     const std::string target = value.starts_with('/') ? value : defaultRoot + "/" + value;
@@ -45,7 +45,7 @@ std::string redirected(const std::string& text, const std::string& defaultRoot) 
                : defaultRoot;
 }
 
-// A pipe below /proc exists and has no canonical form.
+// Some paths that exist have no canonical form, such as a pipe below /proc.
 template <class Read>
 std::string outcome(Read read) {
     try {
@@ -62,11 +62,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(data, data + size);
     const fl::ustring wide = fl::i18n::to_ustring(text);
     fuzz::check(wide == widened(text) && wide == fl::i18n::utf8_to_ustring(text), "text becomes UTF-16");
-    fuzz::check(fl::i18n::to_string(wide) == text, "text comes back from UTF-16");
+    fuzz::check(fl::i18n::to_string(wide) == text, "text survives the conversion to UTF-16 and back");
     s_scene.write("vorlan/help/docroot.txt", text);
     const std::string root = outcome([] { return fl::i18n::to_string(s_scene.cache.getInitialDocroot().native()); });
     fuzz::check(root == outcome([&] { return redirected(text, s_scene.root); }),
-                "a redirect leads to what its text names, and to the default root where that doesn't exist");
+                "a redirect leads to what its text names, or to the default root if that doesn't exist");
     s_scene.forgetRecords();
     return 0;
 }

@@ -8,7 +8,7 @@
 #include "fuzz/target.hpp"
 
 // replay LEAST FOLDER...: examines every file of the folders that exist, and fails if there are fewer than LEAST.
-// Each is named beforehand: where an input ends the process, its name is the last.
+// Prints each name before it examines the file, so that the last name is that of an input that ends the process.
 int main(int argc, char** argv) {
     std::size_t count = 0;
     for (const char* folder : std::span(argv, static_cast<std::size_t>(argc)).subspan(2)) {

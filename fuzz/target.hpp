@@ -8,14 +8,14 @@
 #include <string>
 #include <string_view>
 
-// Examines one input. Each target defines it; libFuzzer calls it with what it invents, the replay with files.
+// Examines one input. Each target defines it. libFuzzer calls it with generated inputs, the replay with files.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
 
 inline constexpr std::string_view s_spaces = " \t\n\v\f\r";
 
-// Ends the process unless the property holds. Not by way of std::cerr, which a target may keep for itself.
+// Ends the process unless the property holds. Doesn't write to std::cerr, which a target may have redirected.
 inline void check(bool holds, const char* property) {
     if (!holds) {
         std::fprintf(stderr, "broken property: %s\n", property);
@@ -23,10 +23,10 @@ inline void check(bool holds, const char* property) {
     }
 }
 
-// Ends the process, showing both texts, unless they are equal.
+// Prints both texts and ends the process unless they are equal.
 inline void checkEqual(const std::string& actual, const std::string& expected, const char* property) {
     if (actual != expected) {
-        std::fprintf(stderr, "expected: %s\ncame:     %s\n", expected.c_str(), actual.c_str());
+        std::fprintf(stderr, "expected: %s\nactual:   %s\n", expected.c_str(), actual.c_str());
         check(false, property);
     }
 }

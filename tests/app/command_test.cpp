@@ -15,14 +15,14 @@ namespace {
 // the exit status in brackets unless it is 0.
 using Row = std::pair<std::string, std::string>;
 
-// Runs $TYPED and writes its answer to $T/answer. TIME replaces any time of today in UTC, while
-// local time is a day ahead.
+// Runs $TYPED and writes its answer to $T/answer. TIME replaces each time of today in UTC; local time is a day ahead,
+// so it isn't replaced.
 const char* const s_script = R"(exec > "$T/answer"; IFS=; export TZ=LOC-24; day=$(date -u +%F)
 { eval "$TYPED"; } 2> $T/errors; end=$?
 sed 's/^/2| /' $T/errors; [ $end = 0 ] || echo "[$end]"
 sed -Ei "s/($day|$(date -u +%F))T..:..:..Z/TIME/" $T/answer)";
 
-// The command in the folder of examples. "$T" is the folder of the test, in arguments and answers.
+// Runs the command in the folder of examples. "$T" is the folder of the test, in arguments and answers.
 class Command : public testing::Test {
 protected:
     void expect(const std::vector<Row>& rows, const char* folder = EXAMPLES) const {
@@ -81,13 +81,14 @@ TEST_F(Command, DoesWhatItsOptionsSay) {
     expect({{"roots --install-root none", noRoots("none/help", "none/help")},
             {"roots --install-root $T/own 2> /dev/null | head -n 1",
              "documentation root  $T/own/support-packages/help\n"}},
-           EXAMPLES "/vorlan");  // whose help/index.html isn't found from there
+           EXAMPLES "/vorlan");  // its help/index.html must not be found
 }
 
-TEST_F(Command, ShowsAlikeProductsAndForeignBytes) {
+TEST_F(Command, TellsSimilarProductsApartAndEscapesForeignBytes) {
     const std::string web = R"({"product_family": {"family": "webonlyproducts"}})";
     const std::string sea = R"({"product_family": {"family": "sea"}})";
-    // Those that aren't installed differ from the next installed one in their families, location or short name alone.
+    // Each product that isn't installed differs from the next installed one only in its families, location or short
+    // name.
     support::withCatalogue("alike.json", {{"", "vorlan", "", "", "", sea + "," + sea + "," + web},
                                           {"", "vorlan", "", "", "", sea + "," + web},
                                           {"", "vorlan", "", "", "", sea + "," + sea},
@@ -115,7 +116,7 @@ TEST_F(Command, ShowsAlikeProductsAndForeignBytes) {
     });
 }
 
-// A cell of more than 60 columns aligns no other row. A list takes memory in proportion to its catalogue.
+// A cell wider than 60 columns doesn't widen its column. A list needs at most twice the memory of a look-up.
 TEST_F(Command, ListsLongCells) {
     std::vector<support::Product> products(1000, {"", "none", "", "", "", ""});
     products[0] = {std::string(61, 'x'), "vorlan", "s", "", "", ""};
@@ -138,8 +139,8 @@ TEST_F(Command, ListsLongCells) {
     EXPECT_LE(expectPeak({"list --all" + catalogue + " | wc -c", "513089\n"}), 2 * built);
 }
 
-// Without the privilege to read any file, should the test have it.
-TEST_F(Command, ReadsNothingButReadableFiles) {
+// First drops the privilege to read any file, which root has.
+TEST_F(Command, ReadsOnlyReadableRegularFiles) {
     prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
     prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
     m_host.write("a/help/docset.json/");
@@ -158,7 +159,7 @@ TEST_F(Command, ReadsNothingButReadableFiles) {
     });
 }
 
-TEST_F(Command, RefusesWithAStatusAndAReason) {
+TEST_F(Command, FailsWithAStatusAndAReason) {
     m_host.write("c\x1B.json", "{}");
     m_host.write("forged.json", "{\t\"\u8336\x1B[2K\r2026-11-23\" 1");
     std::filesystem::create_symlink("docset.json", m_host.folder() / "docset.json");  // leads to itself

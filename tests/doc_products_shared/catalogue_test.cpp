@@ -6,7 +6,8 @@
 
 namespace {
 
-// The set that a file gives, its products and families in lines; or what goes to std::cerr, and what is thrown.
+// The set read from docset.json, then a line per product with its families. After a refusal, what was written to
+// std::cerr and what was thrown.
 std::string parse(const Host& host) {
     std::ostringstream out;
     std::streambuf* const former = std::cerr.rdbuf(out.rdbuf());
@@ -60,15 +61,15 @@ std::string replaced(std::string text, const std::string& key, const std::string
     return text.replace(text.find(quoted), quoted.size(), replacement);
 }
 
-// Of two members with one key the first counts.
+// Adds a member of that key before the present one: of members with the same key, the first counts.
 std::string with(const std::string& key, const std::string& value, const std::string& text = s_catalogue) {
     return replaced(text, key, "\"" + key + "\": " + value + ", \"" + key + "\":");
 }
 
-TEST(Catalogue, AsksEachKeyForItsTypeInOrder) {
+TEST(Catalogue, ChecksTheTypeOfEachKeyInOrder) {
     const std::pair<std::string, std::string> values[] = {{"null", "null"},    {"true", "bool"}, {"7.2", "double"},
                                                           {"\"x\"", "string"}, {"[]", "array"},  {"{}", "object"}};
-    std::string laterWrong = s_catalogue;  // every later key is true: a refusal of null shows what is read first
+    std::string laterWrong = s_catalogue;  // later keys are wrong too, so a refusal of null shows which is read first
     for (const auto& [name, type, required] : boost::adaptors::reverse(s_keys)) {
         const std::string refused = " to " + type + s_refused;
         EXPECT_EQ(parseText(with(name, "null", laterWrong)), "invalid conversion: null" + refused) << name;
@@ -84,7 +85,7 @@ TEST(Catalogue, AsksEachKeyForItsTypeInOrder) {
     }
 }
 
-TEST(Catalogue, IsRefusedIfItIsNoObjectOrCannotBeRead) {
+TEST(Catalogue, IsRefusedIfMalformedOrUnreadable) {
     EXPECT_EQ(parseText("[]"), "invalid conversion: array to object" + s_refused);
     EXPECT_EQ(parseText("{} // comment"),
               "JSON ParserException (E0000): Parse incomplete (Line 1, Column 3)\n\t{} // comment\n\t   ^" + s_refused);

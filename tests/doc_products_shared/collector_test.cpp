@@ -20,13 +20,13 @@ TEST(Collector, TestsTheFilesOfEachProductInOrder) {
     const auto installed = collector.getInstalledTopLevelDocProducts();
     ASSERT_EQ(installed->size(), 2U);
     EXPECT_EQ(installed->at(0)->getShortName() + installed->at(1)->getShortName(), "ca");
-    EXPECT_EQ(collector.getProductInfo("code")->getShortName(), "web");  // the last product has a shared name
+    EXPECT_EQ(collector.getProductInfo("code")->getShortName(), "web");  // the last of those that share the name
     collector.populateTopLevelDocProductList({});
     EXPECT_TRUE(collector.getInstalledTopLevelDocProducts()->empty());
 }
 
-// What a request gives after a change: the file that is read, "same" for the collector of the last request, "none",
-// or what it throws.
+// The outcome of a request, and the change before it. The outcome is the file that was read, "same" if the collector is
+// that of the last request, "none" if there is none, or what was thrown.
 using Request = std::pair<std::string, std::function<void()>>;
 
 void expectRequests(const Host& host, const std::vector<Request>& requests) {
@@ -69,7 +69,7 @@ TEST(Manager, RebuildsWhenARootOrTheFileChanges) {
          {"$T/first.json", name("$T/first.json")},
          {data, [&] { name("")(), host.on({}), setRoot("$T/vorlan/help")(), host.set("DocDataRoot", "$T/data"); }},
          {"same", {}},
-         {data, setRoot("$T/vorlan/help/")},  // another text of the same folder
+         {data, setRoot("$T/vorlan/help/")},  // another spelling of the same folder
          {"same", setRoot("$T/vorlan/help/")},
          {data, write("data/docset.json")},
          {"$T/vorlan/help/docset.json", write("vorlan/help/docset.json")},

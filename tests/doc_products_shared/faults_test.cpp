@@ -3,8 +3,7 @@
 #include "support/Allocations.hpp"
 #include "support/library.hpp"
 
-// What becomes of the library's operations when a call of the host fails, or when memory runs out, in the log as
-// well.
+// How the library's operations end if a call to the host fails or memory runs out, also while logging.
 namespace {
 
 const std::vector<Step> s_scene = {
@@ -13,9 +12,9 @@ const std::vector<Step> s_scene = {
     withCatalogue("named.json", {named("a"), named("b"), named("c"), named("d"), named("e"), named("f"), named("g"),
                                  named("h"), named("i"), named("j"), named("k"), named("l"), named("m")})};
 
-// Operations that ask the host, each with its answer as a text.
+// Operations that call the host. Each returns its results as a text.
 std::string useRoots(const Host& host) {
-    Docroot docroot;  // whose setters change nothing where nothing fails, so that no events come
+    Docroot docroot;  // if nothing fails, its setters change nothing, so there are no events
     const std::string first = host.shown(docroot.getDocroot()) + " ";
     docroot.setDocroot(host.path("$T/other"));
     docroot.setDocDataRoot(host.path("$T/other"));
@@ -46,8 +45,8 @@ std::string outcome(Use use, const Host& host) {
     }
 }
 
-// What becomes of a std::exception from a call: the error that is logged before the operation goes on,
-// or nothing if it reaches the caller. The first pattern that matches a call counts.
+// What follows a std::exception from a call: the error that is logged before the operation continues, or the empty text
+// if the exception reaches the caller. The first pattern that matches the call applies.
 const std::pair<std::string, std::string> s_rules[] = {
     {"Caught exception", "node vorlan.help.+|listen.*|exists .T/other/(in/|docCatalog/products).*"},
     {"Error getting setting", "context|root|node.*"},
@@ -65,7 +64,7 @@ std::string ruleOf(const std::string& call) {
 constexpr std::pair<const char*, void (*)()> s_faults[] = {
     {"exception", s_broken}, {"other type", [] { throw 7; }}, {"nothing", [] { throw Nothing(); }}};
 
-// The calls, each once and without the value that it sets.
+// The distinct calls, without the values that they set.
 std::set<std::string> kindsOf(const std::string& calls) {
     std::istringstream lines(calls);
     std::set<std::string> kinds;
@@ -120,14 +119,14 @@ TEST(Faults, OfMemoryInASetChangeNothing) {
     });
 }
 
-TEST(Faults, OfMemoryEndInBadAllocOrAnErrorThatSaysSo) {
+TEST(Faults, OfMemoryThrowBadAllocOrAreReported) {
     Host host(s_scene);
     long count = 0, failedRecords = 0, refusals = 0;
     std::cerr.rdbuf(nullptr);
     for (const std::uint32_t levels : {~0U, maskOf(level::error)}) {
         RecordLog log(levels);
         auto docroot = std::make_unique<Docroot>();
-        host.set("DocRoot", "/a");  // an event, so that the thread that delivers them exists and has logged
+        host.set("DocRoot", "/a");  // causes an event, so that the thread that delivers it exists and has logged
         docroot.reset();
         for (const Use use : {useRoots, useCatalogue}) {
             outcome(use, host);  // builds the singletons

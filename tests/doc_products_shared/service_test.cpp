@@ -4,7 +4,7 @@
 
 namespace {
 
-// Changes a setting from outside. Returns the number of events that this leads to.
+// Changes a setting from outside. Returns the number of events that this causes.
 std::uint64_t change(const Host& host, const std::string& name, const std::string& value) {
     const std::uint64_t before = vorlan::deliveredEvents();
     host.set(name, value);
@@ -27,9 +27,9 @@ TEST(Service, ResolvesThenListensThenFollows) {
         EXPECT_EQ(log.take().substr(0, expected.size()), expected);
     }
     EXPECT_EQ(host.calls({"get"}), "get DocRoot @\nget DocDataRoot @\n");
-    EXPECT_EQ(change(host, "DocRoot", ""), 2U);  // resolved afresh and written back, which is a change as well
+    EXPECT_EQ(change(host, "DocRoot", ""), 2U);  // the root is resolved and written back, a second change
     host.calls();
-    EXPECT_EQ(change(host, "DocRoot", "$T/marked"), 2U);  // and so is the data root that moves with it
+    EXPECT_EQ(change(host, "DocRoot", "$T/marked"), 2U);  // the data root moves with it, a second change
     const std::string data = "set DocDataRoot=$T/marked @session\n";
     EXPECT_EQ(host.calls({"set"}), "set DocRoot=$T/marked @session\n" + data + data);
     EXPECT_EQ(host.shown(docroot.getDocDataRoot()), "$T/marked");
@@ -42,7 +42,7 @@ TEST(Service, InstallsOneListenerIfTheOtherFails) {
     EXPECT_EQ(host.calls({"listen"}), "listen vorlan.help.DocRoot\nlisten vorlan.help.DocDataRoot\n");
 }
 
-TEST(Service, DropsAnEventThatFails) {
+TEST(Service, LogsAndDropsAnEventThatItCannotHandle) {
     Host host;
     Docroot docroot;
     RecordLog log(maskOf(level::error));
@@ -60,7 +60,7 @@ TEST(Service, DropsAnEventThatFails) {
     EXPECT_EQ(host.shown(docroot.getDocroot()) + host.shown(docroot.getDocDataRoot()) + log.take(), "/heard/heard");
 }
 
-// The operations that are traced, by scope: return type and name.
+// The return types and names of the operations that are traced, by scope.
 const std::map<std::string, std::set<std::string>> s_traced = {
     {"docroot_cache::DocrootCache::",
      {"bool isValidDataRoot", "DocrootCache", "fl::filesystem::upath getDefaultDocroot",
@@ -87,7 +87,7 @@ TEST(Service, TracesEveryOperation) {
     RecordLog log(maskOf(level::enter));
     const auto collector = DocProductCacheManager::getInstance().getDocProductCache();
     EXPECT_EQ(collector->getInstalledTopLevelDocProducts()->at(0), collector->getProductInfo("a"));
-    // These change nothing, so no event is handled at the same time.
+    // These change nothing, so no event is handled concurrently.
     Docroot::getInstance().setDocroot(Docroot::getInstance().getDocroot());
     Docroot::getInstance().setDocDataRoot(Docroot::getInstance().getDocDataRoot());
     std::map<std::string, std::set<std::string>> entered;

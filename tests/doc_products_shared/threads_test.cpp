@@ -13,7 +13,7 @@ using Path = fl::filesystem::upath;
 
 const std::string s_docRoot = "vorlan.help.DocRoot", s_docDataRoot = "vorlan.help.DocDataRoot";
 
-// What any thread may do at any time: to the library, then to its host.
+// What any thread may call at any time: first in the library, then in its host.
 const std::function<void(const Path&)> s_operations[] = {
     [](const Path&) { EXPECT_FALSE(Docroot::getInstance().getDocroot().empty()); },
     [](const Path&) { EXPECT_FALSE(Docroot::getInstance().getDocDataRoot().empty()); },
@@ -44,7 +44,7 @@ const std::function<void(const Path&)> s_operations[] = {
     },
 };
 
-TEST(Threads, DoAnythingAtOnceAndComeToRestInAgreement) {
+TEST(Threads, MayCallAnythingAtOnceAndEndInAgreement) {
     std::atomic<int> operations = 0;
     boost::log::core::get()->set_logging_enabled(false);
     Docroot::getInstance();
@@ -52,7 +52,7 @@ TEST(Threads, DoAnythingAtOnceAndComeToRestInAgreement) {
     for (unsigned number = 1; number <= 8; ++number) {
         threads.emplace_back([&operations, random = std::minstd_rand(number)]() mutable {
             while (operations++ < 200'000) {
-                const Path path(fl::ustring(1 + random() % 3, u'n'));  // nothing is there
+                const Path path(fl::ustring(1 + random() % 3, u'n'));  // doesn't exist
                 s_operations[random() % std::size(s_operations)](path);
             }
         });
@@ -66,13 +66,13 @@ TEST(Threads, DoAnythingAtOnceAndComeToRestInAgreement) {
     EXPECT_GE(vorlan::deliveredEvents(), 1000U);
 }
 
-TEST(Threads, FailedConstructionWaitsForTheEventThatIsHandledAndLeavesNoListener) {
+TEST(Threads, FailedConstructionWaitsForARunningListenerAndLeavesNone) {
     Host host;
     std::promise<void> handling;
     host.on([&](const std::string& call) {
         if (call.starts_with("parent")) {
             handling.set_value();
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));  // enough to destroy the cache without waiting
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));  // enough for a destructor that doesn't wait
         } else if (call == "listen vorlan.help.DocDataRoot") {
             vorlan::setSetting(s_docRoot, u"/late", "session");
             handling.get_future().wait();
@@ -85,7 +85,7 @@ TEST(Threads, FailedConstructionWaitsForTheEventThatIsHandledAndLeavesNoListener
     const std::uint64_t delivered = vorlan::deliveredEvents();
     host.set("DocRoot", "/unheard");
     EXPECT_EQ(vorlan::deliveredEvents(), delivered);
-    EXPECT_EQ(host.shown(Docroot::getInstance().getDocroot()), "/unheard");  // which is built anew
+    EXPECT_EQ(host.shown(Docroot::getInstance().getDocroot()), "/unheard");  // the instance is built again
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 namespace {
 
-TEST(Roots, AreSoughtInOrderUntilASettingHoldsThem) {
+TEST(Roots, AreResolvedInOrderUntilASettingHoldsThem) {
     Host host({withFile("marked/docCatalog/dataroot.txt")});
     std::filesystem::current_path(host.folder());
     DocrootCache cache;
@@ -21,9 +21,9 @@ TEST(Roots, AreSoughtInOrderUntilASettingHoldsThem) {
     cache.getDocroot();
     EXPECT_EQ(host.calls(), getRoot + setRoot + getDataRoot + setDataRoot);
     cache.getDocDataRoot();
-    EXPECT_EQ(host.calls(), "");  // a warm read asks nobody
+    EXPECT_EQ(host.calls(), "");  // a warm read makes no call
     cache.setDocContentRoot(host.path("$T/marked"));
-    cache.getDocroot();  // which is stored, and nothing else asked for
+    cache.getDocroot();  // returns the stored root and resolves nothing
     EXPECT_EQ(host.calls(), node + "set DocRoot=$T/marked @session\n");
     cache.setDocroot(host.path("$T/marked"));
     EXPECT_EQ(host.calls({"set", "exists"}),
@@ -40,7 +40,7 @@ TEST(Roots, AreSoughtInOrderUntilASettingHoldsThem) {
     cache.writeSetting("DocRoot", {});
     EXPECT_TRUE(cache.readSetting("DocRoot").empty());
     EXPECT_EQ(host.calls(), node + "set DocRoot= @session\n" + getRoot);
-    host.on("set DocRoot=/first", [&] { cache.setDocContentRoot(host.path("/second")); });  // which is re-entered
+    host.on("set DocRoot=/first", [&] { cache.setDocContentRoot(host.path("/second")); });  // a re-entrant call
     cache.setDocContentRoot(host.path("/first"));
     EXPECT_EQ(vorlan::settingAt("vorlan.help.DocRoot", "session"), u"/first");
 }
@@ -64,7 +64,7 @@ TEST(Roots, KeepWhatWasStoredBeforeAFailure) {
 
 const Step s_redirect = withFile("vorlan/help/docroot.txt", "\t/missing\n");
 
-// What a resolution of both roots logs, or some of it.
+// What a resolution of both roots logs, or a part of it. "begin" and "end" mark the ends of the log.
 const std::pair<std::vector<Step>, std::string> s_logs[] = {
     {{withFile("vorlan/help/docroot.txt", "../../other"), withFile("other/docCatalog/dataroot.txt")},
      "begin\nnote: Returning setting \nnote: DocRoot setting is empty, return empty upath\n"
@@ -100,7 +100,7 @@ const std::pair<std::vector<Step>, std::string> s_logs[] = {
 TEST(Roots, LogHowTheyAreFound) {
     for (const auto& [scene, expected] : s_logs) {
         const Host host(scene);
-        std::filesystem::current_path(host.folder() / "vorlan/help");  // a redirect isn't counted from there
+        std::filesystem::current_path(host.folder() / "vorlan/help");  // a redirect isn't relative to this
         RecordLog log(maskOf(level::note, level::error));
         const DocrootCache cache;
         EXPECT_THAT(host.shorten("begin\n" + log.take() + "end\n"), testing::HasSubstr(expected));

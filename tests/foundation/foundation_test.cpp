@@ -23,14 +23,14 @@ const std::string s_name = "doc_products_shared";
 
 Logger s_logger(s_name);
 
-// The last crosses the end of any buffer within a character.
+// In the last, characters cross the ends of conversion buffers.
 const fl::ustring s_texts[] = {u"a\xD83D", u"\xDE00z", u"\xDC80\xDCFF",
                                u"\xD800\xDC00\xDBFF\xDFFF\xD800\xDFFF\xDBFF\xDC00",
                                fl::ustring(1, u'a').append(1000, u'\u20AC')};
 
 const auto s_core = boost::log::core::get();
 
-// A locale with a word of its own for true, and with "_" and all bytes of 0x80 and above among the spaces.
+// A locale with another word for true, in which "_" and all bytes from 0x80 on are spaces.
 struct OtherWords : std::numpunct<char> {
     std::string do_truename() const override { return "wahr"; }
 };
@@ -43,7 +43,7 @@ struct OtherSpaces : std::ctype<char> {
 };
 const std::locale s_other(std::locale(std::locale::classic(), new OtherWords), new OtherSpaces);
 
-TEST(Trimmer, AsksTheGlobalLocaleButNeverTakesABytePastAscii) {
+TEST(Trimmer, UsesTheGlobalLocaleButRemovesOnlyAscii) {
     std::locale::global(s_other);
     const foundation::trimmer trim;
     std::locale::global(std::locale::classic());
@@ -52,7 +52,7 @@ TEST(Trimmer, AsksTheGlobalLocaleButNeverTakesABytePastAscii) {
     EXPECT_EQ(text, "\x80_a");
 }
 
-TEST(Diagnostic, WritesItsPiecesInOrderAndInNoLocalesWords) {
+TEST(Diagnostic, WritesItsPiecesInOrderWhateverTheLocale) {
     RecordLog log(maskOf(note));
     std::locale::global(s_other);
     const fl::ustring value = u"/a\u00E9";
@@ -64,7 +64,7 @@ TEST(Diagnostic, WritesItsPiecesInOrderAndInNoLocalesWords) {
     }
 }
 
-TEST(Diagnostic, EvaluatesItsPiecesForARecordAndDropsItIfOneFails) {
+TEST(Diagnostic, EvaluatesItsPiecesOnlyForARecordAndDropsItIfOneThrows) {
     RecordLog log(maskOf(error));
     int evaluated = 0;
     const auto piece = [&] {
@@ -107,7 +107,7 @@ void leave() {
     throw 7;
 }
 
-// The level counts at the construction alone, and the depth also while the core takes no records.
+// The level is tested on construction only. The depth is counted even while the core accepts no records.
 TEST(FunctionTrace, CountsDepthAndMarksTheExceptionThatLeavesItsScope) {
     RecordLog log(maskOf(note));
     try {
@@ -124,7 +124,7 @@ TEST(FunctionTrace, CountsDepthAndMarksTheExceptionThatLeavesItsScope) {
               "< left [throw]\nnote: back\n");
 }
 
-TEST(FunctionTrace, LosesAnExitRecordThatFails) {
+TEST(FunctionTrace, DropsAnExitRecordThatFails) {
     vorlan::setLevelMask(s_name, maskOf(enter));
     FUNCTION_TRACE("whose exit throws");
     s_core->set_filter([](const auto&) -> bool { throw 7; });

@@ -14,8 +14,8 @@ using namespace std::string_literals;
 using Array = std::vector<Value>;
 using Object = std::map<std::string, Value>;
 
-// Values, and what only a message, a small stack or a lack of memory shows of the reader; fuzz/reader.cpp holds what
-// texts are read as, and where and why others are refused.
+// Tests values, and the reader on a small stack and out of memory. fuzz/reader.cpp tests what texts are read as, and
+// where and why others are refused.
 namespace {
 
 constexpr support::Show render;
@@ -60,8 +60,8 @@ TEST(Value, IsReadAsWhatItHoldsAndAsNothingElse) {
     }
 }
 
-// Short of memory, a change to a container loses the old content, one to a string doesn't. A source that couldn't be
-// moved or copied stays as it is.
+// Out of memory, a change to a container loses the old content, a change to a string doesn't. A source that couldn't be
+// copied or moved is unchanged.
 long change(const Held& from, const Held& to, bool moves) {
     return support::failEachAllocation([&](const support::Attempt& attempt) {
         Value source = from.value, target = to.value;
@@ -78,7 +78,7 @@ long change(const Held& from, const Held& to, bool moves) {
     });
 }
 
-TEST(Value, IsCopiedAndMovedOverAnyOtherAlsoShortOfMemory) {
+TEST(Value, IsCopiedAndMovedOverAnyOtherEvenOutOfMemory) {
     long failures = 0;
     for (const Held& from : s_alternatives) {
         for (const Held& to : s_alternatives) {
@@ -103,7 +103,7 @@ const auto times = [](std::size_t count, const std::string& text) {
     return boost::replace_all_copy(std::string(count, '.'), "."s, text);
 };
 
-// Parses, copies and destroys a document on the stack for which the bound on nesting is made.
+// Parses, copies and destroys a document on the stack that the limit on nesting is designed for.
 std::string outcomeOnSmallStack(const std::string& text) {
     std::string result;
     boost::thread::attributes attributes;
@@ -122,7 +122,7 @@ std::string outcomeOnSmallStack(const std::string& text) {
     return result;
 }
 
-// How many openings and closings may enclose a text.
+// How many times, at most, an opening and a closing may enclose a text; the opening; the text; the closing.
 const std::tuple<std::size_t, std::string, std::string, std::string> s_nestings[] = {
     {255, "[", "[]", ",[]]"},
     {255, R"({"zqdata":)", "{}", "}"},
@@ -132,7 +132,7 @@ const std::tuple<std::size_t, std::string, std::string, std::string> s_nestings[
     {255, R"({"a":1,"b":1,"c":1,"d":1,"e":1,"f":1,"g":1,"h":1,"i":1,"j":1,"k":1,"l":1,"m":1,"z":)", "[]", "}"},
 };
 
-TEST(Nesting, EndsAfter256LevelsOnASmallStack) {
+TEST(Nesting, IsLimitedTo256LevelsWhichFitASmallStack) {
     for (const auto& [count, opening, innermost, closing] : s_nestings) {
         SCOPED_TRACE(opening + innermost);
         const std::string nested = times(count, opening) + innermost + times(count, closing);
@@ -143,9 +143,9 @@ TEST(Nesting, EndsAfter256LevelsOnASmallStack) {
     EXPECT_STREQ(get_parse_result_description(static_cast<ParseResult>(22)), "Unknown error");
 }
 
-// Short of memory, a parse ends as always, with bad_alloc, with a refusal where the data of a typed array starts, or
-// with the data undefined whose type comes late.
-TEST(Memory, RunsOutInAParse) {
+// Out of memory, a parse ends as usual, throws bad_alloc, refuses the text at the start of a typed array's data, or
+// leaves the data undefined if its type follows it.
+TEST(Memory, RunsOutDuringAParse) {
     const std::string text = R"({"numbers":[0,-1.5,1e300],"arrays":[{},[],"",[1],[2],[3],[4],[5],[6],[7]],
         "tree":[[1,[2,{"deep":"a string that is too long to live in place","\u00e9scaped and too long":"\t\n"}]]],
         "first":{"zqtype":"int64","zqdata":[1,-2,3]},"again":{"zqdata":[4,5],"zqdata":{"x":[]},"zqtype":"a name"},

@@ -9,7 +9,7 @@ namespace {
 using namespace std::string_literals;
 using Event = settings::core::SettingsValueChangeEvent;
 
-TEST(Text, HasAReplacementForASurrogateThatIsNoByte) {
+TEST(Text, ReplacesASurrogateThatStandsForNoByte) {
     EXPECT_EQ(fl::i18n::to_string(u"a\xD83D\xD83D\xDE00\xDC7F\xDD00\xDC80"), "a\uFFFD\U0001F600\uFFFD\uFFFD\x80");
 }
 
@@ -41,13 +41,13 @@ const auto listen = [](const std::function<void(const Event&)>& handler) {
     return settings::in_vorlan::addListener<Event>(root()->getSettingsByFullName(s_name), handler);
 };
 
-// A level, what it is set to or, without a value, cleared, and what a read without a level gives then.
+// A level, the value that it is set to (none: it is cleared), and what a read without a level returns then.
 const std::tuple<const char*, std::optional<fl::ustring>, fl::ustring> s_changes[] = {
     {"user", u"", u""},     {"factory", u"f", u""}, {"user", u"u", u"u"}, {"session", u"u", u"u"},
     {"session", u"", u""},  {"session", {}, u"u"},  {"user", {}, u"f"},   {"session", u"s", u"s"},
     {"factory", u"", u"s"}, {"session", {}, u""}};
 
-TEST(Settings, AnswerWithTheHighestLevelAndRaiseEventsForChangesOfTheAnswer) {
+TEST(Settings, ReturnTheHighestLevelAndRaiseAnEventIfThatChanges) {
     std::uint64_t events = 0;
     fl::ustring former;
     const auto connection = listen([](const Event&) {}), other = listen([](const Event&) {});
@@ -68,7 +68,7 @@ TEST(Settings, AnswerWithTheHighestLevelAndRaiseEventsForChangesOfTheAnswer) {
 
 TEST(Settings, BelongToTheirContextUntilTheyAreClosed) {
     vorlan::setSetting(s_name, u"first", "user");
-    vorlan::openSettings();  // they are open: nothing changes
+    vorlan::openSettings();  // already open: nothing changes
     const auto first = root();
     vorlan::setContext({7});
     vorlan::setSetting(s_name, u"lost", "user");
@@ -84,19 +84,19 @@ TEST(Settings, BelongToTheirContextUntilTheyAreClosed) {
     EXPECT_NE(root(), nullptr);
 }
 
-// What a handler holds. It must go when the handler does, and not under a lock.
+// An object for a handler to hold. It must be destroyed with the handler, and without the queue's lock, which it takes.
 const auto held = [](bool& isGone) {
     return std::shared_ptr<void>(nullptr, [&isGone](auto) { isGone = vorlan::deliveredEvents() < 100; });
 };
 
-TEST(Connection, ListenerMayThrowAndMayEndItself) {
+TEST(Connection, ListenerMayThrowAndMayDisconnectItself) {
     int events = 0;
     bool isGone = false;
     decltype(listen({})) connection = listen([&, handle = held(isGone)](const Event& event) {
         events += event.getSubject()->getFullName() == s_name ? 1 : 9;
         if (events == 2) {
             connection.reset();
-            vorlan::waitForEvents();  // on this thread it returns at once
+            vorlan::waitForEvents();  // returns at once on this thread
             EXPECT_FALSE(isGone);
         }
         throw 7;
@@ -108,7 +108,7 @@ TEST(Connection, ListenerMayThrowAndMayEndItself) {
     EXPECT_TRUE(events == 2 && vorlan::deliveredEvents() == 2 && isGone);
 }
 
-TEST(Connection, ItsEndDestroysTheHandlerThoughACallIsPending) {
+TEST(Connection, DestroysItsHandlerThoughACallIsPending) {
     std::promise<void> gate;
     const auto holdsUp = listen([&](const Event&) { gate.get_future().wait(); });
     bool isGone = false;

@@ -8,7 +8,7 @@
 #include <new>
 #include <string>
 
-// An operator new that counts blocks and can be made to fail: for one source file of a program.
+// An operator new that counts blocks and can be made to fail. Only one source file of a program may include it.
 namespace support {
 
 inline std::atomic<long> s_liveBlocks = 0;
@@ -16,7 +16,7 @@ inline std::atomic<long> s_liveBlocks = 0;
 inline thread_local long s_remaining = -1;  // allocations of the thread that still succeed; negative: unlimited
 inline thread_local bool s_lasting = false, s_failed = false;
 
-// Runs an operation, perhaps short of memory. Returns what() of the std::exception that it throws, or the empty text.
+// Runs an operation that may run out of memory. Returns what() of the std::exception that it throws, or the empty text.
 using Attempt = std::function<std::string(const std::function<void()>&)>;
 
 inline std::string attempt(long successes, const std::function<void()>& operation) {
@@ -37,7 +37,7 @@ inline std::string attempt(long successes, const std::function<void()>& operatio
 // first to free the blocks that it allocates. Returns how many attempts ran out of memory.
 inline long failEachAllocation(const std::function<void(const Attempt&)>& test) {
     long failures = -2;
-    test([](const auto& operation) { return attempt(-1, operation); });  // what is made once and kept is made now
+    test([](const auto& operation) { return attempt(-1, operation); });  // builds what is built once and kept
     for (const bool lasting : {false, true}) {
         s_lasting = lasting;
         s_failed = true;

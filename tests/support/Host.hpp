@@ -32,7 +32,7 @@ struct Broken : std::exception {
     const char* what() const noexcept override { return "broken"; }
 };
 
-// Thrown by an action to have its call answered with null or empty.
+// Thrown by an action to make its call return null, empty or false.
 struct Nothing {};
 
 // A host for one test. It has a temporary folder of its own, "$T" in texts, with the install root $T/vorlan, whose
@@ -60,7 +60,7 @@ public:
 
     const std::filesystem::path& folder() const { return m_folder; }
 
-    // Puts the folder's path in the place of "$T", and back.
+    // Replace "$T" with the folder's path, and the reverse.
     std::string expand(const std::string& text) const { return replace_all_copy(text, "$T", m_folder.native()); }
     std::string shorten(const std::string& text) const { return replace_all_copy(text, m_folder.native(), "$T"); }
     fl::filesystem::upath path(const std::string& text) const {
@@ -68,7 +68,7 @@ public:
     }
     std::string shown(const fl::filesystem::upath& path) const { return shorten(fl::i18n::to_string(path.native())); }
 
-    // Writes a file, with the folders above it; a name that ends in "/" gives a folder.
+    // Writes a file and creates the folders above it. A name that ends in "/" only creates a folder.
     void write(const std::string& name, const std::string& text = "") const {
         std::filesystem::create_directories((m_folder / name).parent_path());
         name.ends_with('/') ? void() : void(std::ofstream(m_folder / name) << text);
@@ -80,8 +80,8 @@ public:
         vorlan::waitForEvents();
     }
 
-    // Runs `action` on each call, or on those that start with `start`, in the place of the former action. What it
-    // throws leaves the call, except Nothing.
+    // Runs `action` before each call, or before those that start with `start`, instead of the former action. The call
+    // throws what the action throws, except Nothing.
     void on(const Action& action) {
         const std::lock_guard lock(m_mutex);
         m_action = action;
@@ -90,7 +90,7 @@ public:
         on([=](const std::string& call) { call.starts_with(start) ? action() : void(); });
     }
 
-    // The calls since the last call of this that start with one of `starts`, oldest first, a line each.
+    // The calls recorded since this was last called that start with one of `starts`, oldest first, one per line.
     std::string calls(const Strings& starts = {""}) {
         const std::lock_guard lock(m_mutex);
         std::string lines;
@@ -127,7 +127,7 @@ private:
     vorlan::Services& m_former = vorlan::useServices(*this);
 };
 
-// What a test finds on the disk and in the settings. Names are relative to the host's folder, texts may hold "$T".
+// Prepares the disk or the settings for a test. Names are relative to the host's folder. Texts may hold "$T".
 using Step = std::function<void(Host&)>;
 
 inline Step withFile(const std::string& name, const std::string& text = "") {
@@ -163,7 +163,7 @@ constexpr std::uint32_t maskOf(auto... levels) {
     return (0U | ... | static_cast<std::uint32_t>(levels));
 }
 
-// Collects the records of the process as text, a line each: two blanks for each level of depth, then "> " for an
+// Collects the log records of the process as text, one per line: two blanks for each level of depth, then "> " for an
 // entry, "< " for an exit, and "note: ", "detail: " or "error: " for the rest.
 class RecordLog {
 public:
@@ -174,10 +174,10 @@ public:
     }
     ~RecordLog() { boost::log::core::get()->remove_sink(m_sink); }
 
-    // The lines since the last call of this.
+    // The lines since this was last called.
     std::string take() { return std::exchange(m_sink->locked_backend()->lines, {}); }
 
-    // The number of records that an exception has kept out of the lines.
+    // The number of records that were lost to an exception.
     long failures() { return m_sink->locked_backend()->failures; }
 
 private:

@@ -7,8 +7,8 @@
 
 namespace support {
 
-// Shows a value on one line, as the index of its alternative, which is one digit, and its content. Strings are not
-// escaped; items stand in parentheses, members as key:value.
+// Shows a value on one line: the index of its alternative, which is one digit, and its content. Strings aren't escaped,
+// items are in parentheses, and a member is key:value.
 struct Show {
     std::string operator()(foundation::json::Undefined) const { return "undefined"; }
     std::string operator()(foundation::json::Null) const { return "null"; }

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the tests of the shared library's rooms have in common.
+// Shared by the tests that link the shared library.
 
 #include <gmock/gmock.h>
 

@@ -13,7 +13,7 @@ bool isLoaded() {
     return library != nullptr && dlclose(library) == 0;
 }
 
-// Loads the library by way of a plug-in that links it, uses it, and unloads it while an event is being handled.
+// Loads the library through a plug-in that links it, uses it, and unloads it while an event is being handled.
 void loadAndUnload() {
     support::Host host;
     vorlan::setInstallRoot(fl::i18n::to_ustring(EXAMPLES "/vorlan"));
@@ -28,7 +28,7 @@ void loadAndUnload() {
     std::promise<void> handling;
     host.on("parent", [&] {
         handling.set_value();
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));  // enough to unload the library without waiting
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));  // enough for a dlclose that doesn't wait
     });
     vorlan::setSetting("vorlan.help.DocRoot", u"/handled", "session");
     handling.get_future().wait();
@@ -38,7 +38,7 @@ void loadAndUnload() {
     EXPECT_EQ(vorlan::deliveredEvents(), delivered + 1);
 }
 
-TEST(Unloading, WaitsForTheEventThatIsHandledAndLeavesNothing) {
+TEST(Unloading, WaitsForARunningListenerAndLeavesNothing) {
     support::RecordLog log;
     long before = 0;
     for (int turn = 1; turn <= 100; ++turn) {
@@ -46,7 +46,7 @@ TEST(Unloading, WaitsForTheEventThatIsHandledAndLeavesNothing) {
         EXPECT_NE(log.take(), "");
         before = turn == 20 ? support::s_liveBlocks.load() : before;
     }
-    EXPECT_LT(support::s_liveBlocks, before + 40) << "more than a block is lost every second turn";
+    EXPECT_LT(support::s_liveBlocks, before + 40) << "more than one block is lost in every second turn";
 }
 
 }  // namespace
