@@ -13,9 +13,9 @@
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "fl/i18n.hpp"
 
-// The least that `docproducts list` can do for the same bytes on standard output: parse the catalogue, stat each
-// product's proof files, parse the catalogue again and print the table. It searches for no root, reads no setting,
-// logs nothing and looks nothing up. Every cell must be printable UTF-8, and no location empty.
+// The least work that produces the output of `docproducts list`: parse the catalogue, stat each product's proof files,
+// parse the catalogue again and print the table. It resolves no root, reads no setting, logs nothing and looks nothing
+// up. Every cell must be printable UTF-8, and no location may be empty.
 
 namespace {
 

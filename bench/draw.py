@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Draws bench/parse.svg from the last full run of the benchmark: the time to parse a product, by their number.
+"""Draws bench/parse.svg from the last full run of the benchmark: time per product, over the size of the catalogue.
 
-The picture has no background of its own: each colour has the same contrast, 4.3 to 1, with a white page as with a
-nearly black one. The same measurements give the same bytes. Debian's interpreter runs this, since Debian's matplotlib
-is installed for no other.
+The background is transparent: each colour has the same contrast, 4.3 to 1, with a white page and with a nearly black
+one. Equal measurements give identical files. Debian's interpreter runs this, because Debian's matplotlib is installed
+for that one only.
 """
 
 import json
@@ -51,7 +51,7 @@ def draw_curve(axes, name, points):
 
 
 def spread(heights, gap):
-    """The same names, each no lower than its height and at least a gap above the one below."""
+    """The heights, each raised where necessary to be at least a gap above the next lower one."""
     result, lowest = {}, 0
     for name, height in sorted(heights.items(), key=lambda item: item[1]):
         result[name] = max(height, lowest)
@@ -60,7 +60,7 @@ def spread(heights, gap):
 
 
 def name_curves(axes, curves):
-    """A name at the end of each line, in the line's colour, so that no legend is needed."""
+    """Writes its name at the end of each line, in the line's colour, so that no legend is needed."""
     ends = {name: points[-1][1] / 1000 for name, points in curves.items()}
     gap = axes.get_ylim()[1] / 17
     for name, height in spread(ends, gap).items():
@@ -70,7 +70,7 @@ def name_curves(axes, curves):
 
 
 def dress(axes, counts):
-    """Only what helps to read the curves: faint lines across, and a tick for each number of products measured."""
+    """Leaves only what helps to read the curves: faint horizontal lines, and a tick per number of products measured."""
     axes.set_title("Parsing a catalogue: microseconds per product", loc="left", fontsize=11, pad=12)
     axes.set_xlabel("products in the catalogue")
     axes.set_xscale("log")

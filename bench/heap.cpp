@@ -9,15 +9,14 @@
 
 namespace {
 
-// What operator new has handed out and not got back, in bytes as the allocator rounds them, and the most that it was
-// since somebody last set it. On one thread.
+// The bytes allocated and not yet freed, as the allocator rounds them, and their maximum since s_peak was last set. For
+// a single thread.
 std::size_t s_inUse = 0;
 std::size_t s_peak = 0;
 
 }  // namespace
 
-// Not inlined, for the compiler would then see a free of what a new gave.
-
+// Not inlined: g++ would warn about free() on memory from operator new.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     void* const block = std::malloc(size == 0 ? 1 : size);
     if (block == nullptr) {
@@ -39,8 +38,8 @@ std::size_t s_peak = 0;
 
 namespace {
 
-// "peak" is the most that is in use while the text is parsed; "kept" is the text with a copy of the tree, which has
-// no room to spare in its arrays.
+// "peak_bytes" is the maximum in use while the text is parsed. "kept_bytes" is the text and a copy of the tree; the
+// copy's arrays have no spare capacity.
 void measure(benchmark::State& state, const std::string& path) {
     for (auto _ : state) {
         const std::size_t before = s_inUse;

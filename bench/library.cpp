@@ -14,8 +14,8 @@
 #include "vorlan/host.hpp"
 #include "yardsticks.hpp"
 
-// The library's operations on an installation, each before the loop that it is compared with. Both have what they
-// need from the same calls, so they find the process in the same state.
+// Operations of the library on an installation, and the loops that they are compared with. An operation and its loop
+// prepare with the same calls, so that they find the process in the same state.
 
 namespace {
 
@@ -27,12 +27,12 @@ using doc_products_shared::DocSetJsonParser;
 using doc_products_shared::DocumentationSet;
 using fl::filesystem::upath;
 
-// Told without the library's roots, so that reading a catalogue doesn't resolve them.
+// Doesn't ask the library for its roots, so that reading a catalogue doesn't resolve them.
 fl::ustring catalogueFile() {
     return (upath(fl::filesystem::get_install_path()) / u"help" / u"docset.json").native();
 }
 
-// A file that isn't there would be an empty set, read in no time.
+// Throws if there is no catalogue, because the parser would return an empty set in no time.
 DocumentationSet readCatalogue() {
     DocumentationSet set = DocSetJsonParser().parse(catalogueFile());
     if (set.getTopLevelProducts().empty()) {
@@ -49,7 +49,7 @@ std::shared_ptr<DocProductCollector> warmCollector() {
     return collector;
 }
 
-// The names of a product, in the order in which the collector enters them.
+// The names of a product, in the order in which the collector adds them.
 std::vector<std::string> namesOf(const DocProduct& product) {
     std::vector<std::string> names;
     for (const std::string* name : {&product.getBaseCode(), &product.getShortName(), &product.getHelpLocation(),
@@ -70,7 +70,7 @@ std::vector<std::string> namesOf(const DocumentationSet& set) {
     return all;
 }
 
-// The two files that prove a product, the second asked for where the first is missing.
+// The two files that prove a product installed. The second is tested only if the first doesn't exist.
 struct ProofFiles {
     std::string inHelpLocation;
     std::string inCatalogueFolder;
@@ -91,7 +91,7 @@ bool isThere(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0;
 }
 
-// One look-up a turn, over all names again and again.
+// One look-up per iteration, cycling through all names.
 template <class Find>
 void lookUp(benchmark::State& state, const std::vector<std::string>& names, const Find& find) {
     for (const std::string& name : names) {

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the benchmark's texts and installations: make_texts.py FOLDER [--brief], the latter without the largest.
+"""Generates the benchmark's texts and installations: make_texts.py FOLDER [--brief]; --brief leaves out the largest.
 
-The same texts come out each time, since every generator has a seed of its own. Nothing is made twice: the folder's
-stamp says which version of this script filled it.
+The output is always the same, because each generator has its own seed. Nothing is generated twice: the folder's stamp
+records which version of this script filled it.
 """
 
 import argparse
@@ -24,7 +24,7 @@ FOREIGN = ["Café", "Crème", "Glockengießerei", "茶園ノート", "Överblick
 FAMILIES = ["almanacs", "core", "kitchen", "land", "metal", "sea", "trade", "webonlyproducts"]
 GROUPS = ["Bookkeeping", "Casting", "Counting", "Firing", "Measuring", "Planting", "Printing", "Recipes", "Signals"]
 
-# Characters that stand for escapes until a catalogue is text: what a JSON writer has a choice about.
+# Placeholders, replaced in the finished text by escapes that json.dumps wouldn't write.
 ESCAPES = {"\ue000": "\\u00e9", "\ue001": "\\/", "\ue002": "\\ud83e\\udd89"}
 
 
@@ -33,7 +33,7 @@ def sentence(rng, words):
 
 
 def display_name(rng, number):
-    """A name of a few words and a number; one in five or so has characters that aren't ASCII, or are escaped."""
+    """A name of a few words and a number. About one in five has non-ASCII or escaped characters."""
     name = " ".join(rng.sample(WORDS, rng.choice((0, 1, 1, 2))) + [rng.choice(TASKS)])
     kind = rng.random()
     if kind < 0.10:
@@ -63,7 +63,7 @@ def family(rng):
 
 
 def product(rng, number):
-    """A product with the keys of a catalogue in their order, each optional one as often as in the example."""
+    """A product with a catalogue's keys in their usual order. Optional keys are as frequent as in the example."""
     short_name = rng.choice(WORDS).lower() + rng.choice(TASKS).lower() + str(number)
     entry = {
         "display_name": display_name(rng, number),
@@ -197,9 +197,9 @@ def write(path, text=""):
 
 
 def install(root, count, proven=1):
-    """Two thirds of the products have a proof of their own, some others one in the catalogue folder.
+    """Two thirds of the products get a proof file in their help location, another fifth one in the catalogue folder.
 
-    `proven` scales both shares down: small files take long to make.
+    `proven` scales both shares, because creating small files takes long.
     """
     rng = random.Random(count)
     text = catalogue(count)
@@ -249,7 +249,7 @@ def make(folder, brief):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="Makes the benchmark's texts and installations.")
+    parser = argparse.ArgumentParser(description="Generates the benchmark's texts and installations.")
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("--brief", action="store_true", help="leave out the largest")
     options = parser.parse_args()
@@ -259,7 +259,7 @@ def main():
     found = stamp.read_text() if stamp.exists() else None
     if found in (wanted, whole):
         return
-    if found:  # another version's texts; a folder without a stamp isn't ours to empty
+    if found:  # filled by another version, or in brief; a folder without a stamp isn't ours to empty
         shutil.rmtree(options.folder)
     make(options.folder, options.brief)
     write(stamp, wanted)

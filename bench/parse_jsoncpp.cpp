@@ -7,7 +7,7 @@
 
 namespace {
 
-// The reader may serve many texts, so it is built once.
+// A reader can parse any number of texts, so it is built once.
 void measure(benchmark::State& state, const std::string& text) {
     const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
     for (auto _ : state) {

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The parser owns its document, so a new one goes with each text. The padding after the text is allocated beforehand.
+// The parser owns its document, so each parse takes a new one. The padded text is allocated beforehand.
 void measure(benchmark::State& state, const std::string& text) {
     const simdjson::padded_string padded(text);
     for (auto _ : state) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-// argv as the system wants it: the arguments' own characters, and a null pointer at the end.
+// The command as argv: pointers to the characters of its arguments, and a null pointer at the end.
 std::vector<char*> pointersTo(bench::Arguments& command) {
     std::vector<char*> pointers;
     std::transform(command.begin(), command.end(), std::back_inserter(pointers),

@@ -5,7 +5,7 @@
 namespace {
 
 void measure(benchmark::State& state, const std::string& path) {
-    // Once untimed, as in the benchmark that this is compared with.
+    // One untimed run, as in the benchmark that this is compared with.
     foundation::json::parse(foundation::read_text_file(path), 0);
     for (auto _ : state) {
         benchmark::DoNotOptimize(foundation::json::parse(foundation::read_text_file(path), 0));

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Measures the figures that the project holds itself to, and prints them as one table: run.py [--brief].
+"""Measures the project's figures and prints them as one table: run.py [--brief].
 
-Each figure compares two readings, and those that belong together are taken in turn, A B C A B C ..., each in a
-process of its own. Readings of one round are compared with each other, since a busy machine changes its speed from
-second to second; what counts is the median over the rounds, so it needn't be the quotient of the two medians shown.
-The full form also draws a picture. The brief form runs each program once, to see that all of them work; its numbers
-say little. A missed target is no failure, a program that fails is.
+Each figure compares two readings. Runs that belong together take turns, A B C A B C ..., each in a process of its own.
+Only readings of the same round are compared, because a busy machine changes its speed from second to second. The result
+is the median over the rounds, so it may differ from the quotient of the two medians shown. The full form also draws a
+picture. The brief form runs each program once, to see that all of them work; its numbers mean little. A missed target
+isn't a failure; a program that fails is.
 """
 
 import argparse
@@ -29,21 +29,21 @@ DRAWN_COUNTS = (10, 100, 1000, 5000, 20_000, 100_000)
 
 
 class Run(NamedTuple):
-    """One benchmark of a program; a program that has but one needn't name it."""
+    """One benchmark of a program. If the program has only one, it needn't be named."""
     program: str
     arguments: tuple
     benchmark: str = ""
 
 
 class Reading(NamedTuple):
-    """A field of what a run reports, a time in nanoseconds or a number of bytes, shared out among `per` things."""
+    """A field of a run's report, a time in nanoseconds or a number of bytes, divided by `per`."""
     run: Run
     field: str = "cpu_time"
     per: int = 1
 
 
 class Target(NamedTuple):
-    """How two readings are compared, and what is to come out."""
+    """How two readings are compared, and what the result must be."""
     words: str
     compare: Callable[[float, float], float]
     is_met: Optional[Callable[[float], bool]]
@@ -61,7 +61,7 @@ class Figure(NamedTuple):
 class Group(NamedTuple):
     """Figures whose runs take turns, and readings for the picture alone, whose runs join in.
 
-    Commands of the same output must print the same bytes, or the figures mean nothing.
+    The commands of `same_output` must print the same bytes, or the figures mean nothing.
     """
     name: str
     figures: list
@@ -108,7 +108,7 @@ def against_rival(name, text, rival, target):
 
 
 def parse_figures(count, copying, nlohmann, jsoncpp):
-    """The readers on a catalogue; RapidJSON and simdjson make a DOM of another kind and are only shown."""
+    """The readers on a catalogue. RapidJSON and simdjson build a DOM of another kind and have no target."""
     text, name = f"products-{count}", f"parse {count:,} products"
     return [
         Figure(name, on_text("parse_docproducts", text), "copying the Value", on_text("copy_value", text),
@@ -210,13 +210,13 @@ def program_path(program):
 
 
 def is_left_out(reading):
-    """True for a reading of a rival that wasn't there when the programs were built."""
+    """True for a reading of a rival that wasn't installed when the programs were built."""
     program = reading.run.program
     return program in RIVALS and not program_path(program).exists()
 
 
 def report_of(run, min_time):
-    """What Google Benchmark says of one run; ends everything where it failed."""
+    """Google Benchmark's report on one run. Exits if the run fails."""
     selected = f"^{run.benchmark}$" if run.benchmark else "."
     command = [program_path(run.program), *run.arguments, f"--benchmark_filter={selected}",
                "--benchmark_format=json", f"--benchmark_min_time={min_time}"]
@@ -241,7 +241,7 @@ def require_same_output(group):
 
 
 def take_turns(readings, rounds, min_time):
-    """All reports of each run, the runs of the readings being made in turn."""
+    """All reports of each run of the readings. The runs take turns."""
     runs = dict.fromkeys(reading.run for reading in readings)
     reports = {run: [] for run in runs}
     for _ in range(rounds):
@@ -272,13 +272,13 @@ def result_of(figure, reports):
 
 
 def versions_of(reports):
-    """The compiler and the rivals' versions, as the programs tell them."""
+    """The versions of the compiler and of the rivals, as the programs report them."""
     contexts = [report["context"] for all_of_run in reports.values() for report in all_of_run]
     return {name: context[name] for context in contexts for name in ("compiler", *RIVALS.values()) if name in context}
 
 
 def measure_all(groups, rounds, min_time):
-    """The results of all figures, and the reports of all runs; of a run in two groups, those of the second."""
+    """The results of all figures, and the reports of all runs; for a run in two groups, those of the second."""
     results, all_reports = [], {}
     for number, group in enumerate(groups, 1):
         say(f"[{number}/{len(groups)}] {group.name}")
@@ -292,14 +292,14 @@ def measure_all(groups, rounds, min_time):
 
 
 def curve_of(program, reports):
-    """The nanoseconds that each product takes, by the number of products, as far as measured."""
+    """The nanoseconds per product, for each number of products that was measured."""
     readings = ((count, per_product(program, count)) for count in DRAWN_COUNTS)
     return [(count, statistics.median(values_of(reading, reports))) for count, reading in readings
             if reading.run in reports]
 
 
 def quantity(value, unit):
-    """Three digits or so, in the unit that suits the size."""
+    """About three digits, in the unit that suits the size."""
     steps = {"ns": (1000, ["ns", "µs", "ms", "s"]), "bytes": (1024, ["B", "KiB", "MiB"])}
     factor, units = steps[unit]
     index = 0
@@ -315,7 +315,7 @@ def row_of(result):
 
 
 def table(results):
-    """In Markdown, with columns that line up; numbers stand at the right."""
+    """A Markdown table with aligned columns. Numbers are aligned right."""
     headings = ["figure", "median", "against", "median", "measured", "target", "met"]
     rows = [headings] + [row_of(result) for result in results]
     widths = [max(map(len, column)) for column in zip(*rows)]
@@ -345,11 +345,11 @@ def save(path, document):
 
 
 def remarks(rounds, brief):
-    yield (f"Rounds: {rounds}; medians over them, of the comparison as of each side. Times are processor time; that "
-           "of whole processes is by the clock.")
+    yield (f"Rounds: {rounds}. All figures are medians over the rounds. Times are processor time, but wall-clock time "
+           "for whole processes.")
     missing = [name for program, name in RIVALS.items() if not program_path(program).exists()]
     if missing:
-        yield f"Left out, since not installed: {', '.join(missing)}."
+        yield f"Left out, because not installed: {', '.join(missing)}."
     if brief:
         yield f"Left out in brief: {'; '.join(group.name for group in GROUPS if not group.in_brief)}."
 
@@ -361,7 +361,7 @@ def main():
     rounds, min_time = (1, 0.001) if brief else (15, 0.05)
     surroundings = machine()
 
-    say("making the texts")
+    say("generating the texts")
     subprocess.run([FOLDER / "make_texts.py", TEXTS, *(["--brief"] if brief else [])], check=True)
     groups = [group for group in GROUPS if group.in_brief or not brief]
     for group in groups:

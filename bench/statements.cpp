@@ -4,8 +4,8 @@
 #include "foundation/function_trace.hpp"
 #include "support.hpp"
 
-// A module's statements while their levels are off: only `error` is on from the start. The logger's mask may change
-// at any time, as far as the compiler knows, in the loops to compare with too.
+// A diagnostic and a trace scope while their levels are off: initially only `error` is on. DoNotOptimize makes the
+// compiler assume that the logger's mask changes, in the loops to compare with too.
 
 namespace {
 

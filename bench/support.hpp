@@ -6,22 +6,22 @@
 #include <string>
 #include <vector>
 
-// What the programs of the benchmark have in common. Each is a main on Google Benchmark, which takes its own options
-// from the command line and leaves the program its arguments. Nothing is skipped silently: a benchmark that fails,
-// and a program that runs none, say so by report and exit status.
+// Shared by the benchmark's programs. Each is a main on Google Benchmark, which removes its own options from the
+// command line and leaves the program its arguments. Nothing is skipped silently: a failure is part of the report, and
+// a program that runs no benchmark returns 1.
 namespace bench {
 
 using Arguments = std::vector<std::string>;
 
-// Runs the benchmarks that are registered by then and that the command line selects. `prepare` is called first, to
-// register some, or to set the scene for them; it gets the program's own arguments. Returns the exit status.
+// Calls `prepare` with the program's own arguments, to register benchmarks or to set the scene for them. Then runs the
+// registered benchmarks that the command line selects. Returns the exit status.
 int run(int argc, char** argv, const std::function<void(const Arguments&)>& prepare);
 
-// The whole body of a main whose one benchmark, "text", works on the text of a file. A std::exception that leaves
-// `measure` is reported as the benchmark's failure.
+// The body of a main whose only benchmark, "text", measures the text of a file, which the first argument names. A
+// std::exception thrown by `measure` is reported as the benchmark's failure.
 int runOnText(int argc, char** argv, void (*measure)(benchmark::State&, const std::string& text));
 
-// The bytes of a file, in a string without spare capacity. Throws std::runtime_error where there are none to read.
+// The bytes of a file, in a string without spare capacity. Throws std::runtime_error if there are none to read.
 std::string readText(const std::string& path);
 
 }  // namespace bench

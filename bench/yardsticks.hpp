@@ -5,14 +5,14 @@
 #include "doc_products_shared/DocumentationSet.hpp"
 #include "foundation/basic_path.hpp"
 
-// The minimum that two operations of the library must do, in a shared library of their own as the operations are.
+// The least work of two operations of the library. It is in a shared library, like the operations.
 namespace bench {
 
-// Keeps products by name; find then copies the pointer of one.
+// Keeps products by name. find returns a copy of the pointer to one; null if there is none.
 void keepProducts(doc_products_shared::TopLevelDocProductMap products);
 doc_products_shared::DocProductPtr find(const std::string& name);
 
-// Keeps a path; copyPath then copies it with a lock held.
+// Keeps a path. copyPath copies it under a lock.
 void keepPath(const fl::filesystem::upath& path);
 fl::filesystem::upath copyPath();
 

@@ -5,16 +5,16 @@ if(PROJECT_IS_TOP_LEVEL)
     target_compile_options(dev_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 endif()
 
-# Calls within the project's shared libraries are direct: no operation is meant to be interposed, so the compiler needn't
-# allow for it. Calls to other libraries need no stub. Linked PRIVATE. The libraries are also linked with
-# -Bsymbolic-functions, which tells the linker the same.
+# Makes calls within the project's shared libraries direct, because none of their operations is meant to be interposed,
+# and calls to other libraries bypass the PLT. Linked PRIVATE. The libraries are also linked with -Bsymbolic-functions,
+# which does the same at link time.
 add_library(direct_calls INTERFACE)
 target_compile_options(direct_calls INTERFACE -fno-semantic-interposition -fno-plt)
 
-# Defences of a release build by g++ or clang: stack canaries, stack probes, control-flow protection where the target has
-# it, checked forms of the C library's and the C++ library's functions, immediate binding with read-only relocations, and
-# position-independent programs. Other builds stay plain, those for a sanitizer above all. Linked PRIVATE, by what is
-# compiled and by what is linked from it, so that no consumer inherits them.
+# Hardens a release build by g++ or clang: stack canaries, stack probes, control-flow protection if the target has it,
+# checked forms of the C and C++ libraries' functions, immediate binding with read-only relocations, and
+# position-independent programs. Other builds have none of it, above all those with a sanitizer. Linked PRIVATE, where
+# sources are compiled and where they are linked, so that no consumer inherits it.
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 check_cxx_compiler_flag(-fcf-protection DOCPRODUCTS_HAS_CF_PROTECTION)
@@ -23,6 +23,6 @@ add_library(hardening INTERFACE)
 set(hardened "$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU,Clang>>")
 target_compile_options(hardening INTERFACE
     "$<${hardened}:-fstack-protector-strong;-fstack-clash-protection;-D_GLIBCXX_ASSERTIONS>"
-    "$<${hardened}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"  # in place of any level that is set already
+    "$<${hardened}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"  # replaces any level set already
     "$<$<AND:${hardened},$<BOOL:${DOCPRODUCTS_HAS_CF_PROTECTION}>>:-fcf-protection>")
 target_link_options(hardening INTERFACE "$<${hardened}:LINKER:-z,relro,-z,now>")
