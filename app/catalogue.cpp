@@ -30,15 +30,15 @@ bool isCaret(std::string_view line) {
     return line.ends_with('^') && line.find_first_not_of(' ') == line.size() - 1;
 }
 
-// Makes the library's report on a catalogue printable, line by line. Leading tabs stay. Escapes widen a line, so the
-// caret below it is moved to the character that it marks.
+// Makes the library's report on a catalogue printable, line by line. The tab with which the reader indents a line
+// stays. Escapes widen a line, so the caret below it is moved to the character that it marks.
 std::string printableReport(std::string_view report) {
     std::string result;
     std::string_view above;
     while (!report.empty()) {
         const std::size_t size = std::min(report.find('\n'), report.size());
         const std::string_view line = report.substr(0, size);
-        const std::string_view text = line.substr(std::min(line.find_first_not_of('\t'), size));
+        const std::string_view text = line.substr(line.starts_with('\t') ? 1 : 0);
         result.append(size - text.size(), '\t');
         result += isCaret(text) ? std::string(displayWidth(printable(above.substr(0, text.size() - 1))), ' ') + '^'
                                 : printable(text);

@@ -41,6 +41,10 @@ void refuseUnreadable(const std::string& path) {
     }
 }
 
+bool isNamed(const fl::ustring& path, const fl::ustring& name) {
+    return path == name || path.ends_with(u'/' + name);
+}
+
 // Refuses a catalogue or a docroot.txt that isn't a readable regular file. The library tests whether such a file exists
 // before it reads it, and here that test throws Failure. The library itself takes an unreadable file as empty and reads
 // an endless one until memory runs out.
@@ -49,7 +53,7 @@ public:
     explicit Services(fl::ustring catalogue) : m_catalogue(std::move(catalogue)) {}
 
     bool exists(const fl::ustring& path) override {
-        if (path == m_catalogue || path.ends_with(u"/docset.json") || path.ends_with(u"/docroot.txt")) {
+        if (path == m_catalogue || isNamed(path, u"docset.json") || isNamed(path, u"docroot.txt")) {
             refuseUnreadable(fl::i18n::to_string(path));
         }
         return vorlan::Services::exists(path);
@@ -76,9 +80,9 @@ void setUserSetting(const std::string& name, const std::optional<std::string>& v
 
 void configureHost(const Options& options) {
     installLogSink(options.log);
-    if (options.installRoot) {
-        vorlan::setInstallRoot(fl::i18n::to_ustring(*options.installRoot));
-    }
+    // Set in any case, since this throws if the default can't be found: the library would go on with an empty root.
+    vorlan::setInstallRoot(options.installRoot ? fl::i18n::to_ustring(*options.installRoot)
+                                               : fl::filesystem::get_install_path());
     vorlan::setSupportPackageRoot(supportPackageRoot(options));
     // Never destroyed, because events may be delivered until the process ends.
     vorlan::useServices(*new Services(fl::i18n::to_ustring(options.catalogue.value_or(""))));

@@ -43,7 +43,7 @@ bool isWithin(std::size_t edits, std::u16string_view left, std::u16string_view r
 
 // The number of edits between the texts, or s_mostEdits + 1 if it exceeds the limit.
 std::size_t distance(const fl::ustring& left, const fl::ustring& right) {
-    const std::size_t limit = std::min(s_mostEdits, std::max(left.size(), right.size()) / 2);
+    const std::size_t limit = std::min({s_mostEdits, left.size() / 2, right.size() / 2});
     std::size_t edits = 0;
     while (edits <= limit && !isWithin(edits, left, right)) {
         ++edits;
@@ -76,7 +76,7 @@ std::string suggestion(const std::vector<std::string>& names) {
     std::string text;
     for (std::size_t i = 0; i < names.size(); ++i) {
         text += i == 0 ? " (did you mean " : i + 1 == names.size() ? " or " : ", ";
-        text += names[i];
+        text += '"' + names[i] + '"';
     }
     return names.empty() ? text : text + "?)";
 }

@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include "Failure.hpp"
 #include "log_sink.hpp"
@@ -77,29 +79,45 @@ std::string requestedText(const CLI::App& app, const CLI::Success& request) {
     return text.str();
 }
 
-// The names that `typed` may be a misspelling of: all options if it looks like one, all commands otherwise.
-std::vector<std::string> candidates(const CLI::App& app, const std::string& typed) {
+// The names that an argument may be a misspelling of: the command's options, or the commands if there is none yet.
+std::vector<std::string> candidates(const CLI::App& app, const std::string& argument) {
+    const auto commands = app.get_subcommands();
     std::vector<std::string> names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        if (!typed.starts_with('-')) {
-            names.push_back(command->get_name());
-            continue;
+    if (argument.starts_with('-')) {
+        for (const CLI::Option* option : (commands.empty() ? app : *commands.front()).get_options()) {
+            names.push_back(option->get_lnames().empty() ? "" : option->get_name());
         }
-        for (const CLI::Option* option : command->get_options()) {
-            names.push_back(option->get_name());
+    } else if (commands.empty()) {
+        for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+            names.push_back(command->get_name());
         }
     }
     return names;
 }
 
 // A suggestion for the first argument that wasn't understood; empty if there is none.
-std::string meant(const CLI::App& app) {
-    const auto unknown = app.remaining(true);
-    if (unknown.empty()) {
-        return "";
+std::string suggestionFor(const CLI::App& app) {
+    const std::string argument = app.remaining(true).front();
+    const std::string name = argument.substr(0, argument.find('='));
+    return suggestion(nearNames(name, candidates(app, name)));
+}
+
+// The arguments, last first, as the parser takes them. "--option=" becomes "--option" with an empty value: the parser
+// would take the next argument as the value.
+std::vector<std::string> reversedArguments(int argc, const char* const* argv) {
+    std::vector<std::string> arguments;
+    bool areOptions = true;
+    for (int i = 1; i < argc; ++i) {
+        std::string argument = argv[i];
+        areOptions = areOptions && argument != "--";
+        const bool hasNoValue = areOptions && argument.starts_with("--") && argument.ends_with('=');
+        argument.erase(argument.size() - (hasNoValue ? 1 : 0));
+        arguments.push_back(std::move(argument));
+        if (hasNoValue) {
+            arguments.emplace_back();
+        }
     }
-    const std::string typed = unknown.front().substr(0, unknown.front().find('='));
-    return suggestion(nearNames(typed, candidates(app, typed)));
+    return {arguments.rbegin(), arguments.rend()};
 }
 
 [[noreturn]] void refuse(const std::string& reason) {
@@ -119,12 +137,14 @@ Options readOptions(int argc, const char* const* argv) {
     addSharedOptions(app, options);
     addCommands(app, options);
     try {
-        app.parse(argc, argv);
+        app.parse(reversedArguments(argc, argv));
     } catch (const CLI::Success& request) {
         options.command = Command::printText;
         options.text = requestedText(app, request);
+    } catch (const CLI::ExtrasError& e) {
+        refuse(e.what() + suggestionFor(app));
     } catch (const CLI::ParseError& e) {
-        refuse(e.what() + meant(app));
+        refuse(e.what());
     }
     if (options.command == Command::printText && options.text.empty()) {
         refuse("One of the commands roots, list and find is required");

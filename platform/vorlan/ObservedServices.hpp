@@ -28,8 +28,8 @@ public:
     fl::ustring canonical(const fl::ustring& path) override;
 
 protected:
-    // Called before each call, on its thread. Returns whether the call is made; if not, it is answered with null,
-    // empty or false. An exception is thrown by the call.
+    // Called before each call, on its thread. Returns whether the call is made; if not, the call returns a default
+    // value (null, empty, false or context 0). An exception is thrown by the call.
     virtual bool observe(const std::string& call) = 0;
 
 private:

@@ -18,4 +18,6 @@
 //         }
 //     }
 //
-// The collector is null while no root is known, and while no attempt to read a catalogue has succeeded.
+// The collector is null while no root is known, and while no attempt to read a catalogue has succeeded. The request
+// that finds a malformed catalogue throws std::runtime_error. Until the host adds a sink to the Boost.Log core, that
+// core writes the library's error records to standard output.
