@@ -2,6 +2,9 @@
 
 #include <utility>
 
+// One mutex guards the queue, and one condition variable signals every change of it. The mutex is released while a
+// handler runs and while its captures are destroyed, because both are the host's code. A listener that is closed while
+// its call is pending isn't called; one that is closed during its call keeps its handler until the call returns.
 namespace settings::core {
 
 void EventQueue::post(ListenerPtr listener, std::shared_ptr<const SettingsValueChangeEvent> event) {

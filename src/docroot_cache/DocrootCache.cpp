@@ -14,6 +14,8 @@
 #include "settings/in_vorlan.hpp"
 #include "vlutil/contextmgr.hpp"
 
+// A root is found by asking its sources in order; the first that gives a path wins. Every access to the settings looks
+// up the group node anew. The setters store a path before they write it, so it stays in force if the write throws.
 namespace docroot_cache {
 
 using fl::filesystem::upath;
