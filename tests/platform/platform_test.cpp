@@ -14,7 +14,7 @@ TEST(Text, ReplacesASurrogateThatStandsForNoByte) {
 }
 
 TEST(Path, AppendsAComponentAfterOneSeparator) {
-    auto path = fl::filesystem::upath() / u"" / u"/a" / u"" / u"b/" / u"c" / u"/d";
+    auto path = fl::filesystem::upath() / u"" / u"/a" / u"b/" / u"c" / u"/d" / u"";
     EXPECT_EQ(path.native(), u"/a/b/c//d");
     EXPECT_EQ((path /= path.native()).native(), u"/a/b/c//d//a/b/c//d");
 }
