@@ -10,7 +10,7 @@
 
 namespace vorlan {
 
-// What the host has set: the state behind host.hpp, read by the real services. Thread-safe.
+// The values that the functions of host.hpp set and the real services read. Thread-safe.
 class HostState {
 public:
     static HostState& instance();

@@ -16,9 +16,9 @@ class Connection;
 namespace doc_products_shared {
 
 // Reads and changes the documentation root and the documentation data root of the process: the class for every user
-// of the library. docroot_cache::DocrootCache, behind it, resolves, keeps and persists the paths; its header defines
-// the empty path, when a read resolves again, and what throws. This class adds the process-wide instance, a lock
-// around every access, and two listeners that carry changes of the settings `DocRoot` and `DocDataRoot` into the
+// of the library. Its docroot_cache::DocrootCache resolves, keeps and persists the paths, and that class's header
+// defines the empty path, when a read resolves again, and what throws. This class adds the process-wide instance, a
+// lock around every access, and two listeners that carry changes of the settings `DocRoot` and `DocDataRoot` into the
 // cache.
 //
 // A change of a setting from outside calls the setter of the same name, which writes the value back at the level
