@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Failure.hpp"
+#include "doc_products_shared/version.hpp"
 #include "log_sink.hpp"
 #include "near_names.hpp"
 #include "terminal_text.hpp"

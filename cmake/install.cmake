@@ -1,0 +1,35 @@
+# What `cmake --install` puts where: the libraries with the CMake package and the pkg-config file, and the command. Headers
+# lie below include/docproducts, which is on the include path; so they are included as they are here.
+include(CMakePackageConfigHelpers)
+
+set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/docproducts)
+set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/docproducts)
+
+set(libraries docproducts)
+if(TARGET docproducts::platform)  # ours, not a host's own
+    list(APPEND libraries vorlan_platform)
+endif()
+install(TARGETS ${libraries} EXPORT docproducts-targets
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development
+    FILE_SET HEADERS DESTINATION ${header_dir} COMPONENT development
+    INCLUDES DESTINATION ${header_dir})
+install(EXPORT docproducts-targets NAMESPACE docproducts:: DESTINATION ${config_dir} COMPONENT development)
+
+configure_package_config_file(cmake/docproducts-config.cmake.in ${PROJECT_BINARY_DIR}/docproducts-config.cmake
+    INSTALL_DESTINATION ${config_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/docproducts-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES
+        ${PROJECT_BINARY_DIR}/docproducts-config.cmake
+        ${PROJECT_BINARY_DIR}/docproducts-config-version.cmake
+    DESTINATION ${config_dir} COMPONENT development)
+
+# Relative to the file itself, so that an install tree may be moved.
+file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+configure_file(cmake/docproducts.pc.in ${PROJECT_BINARY_DIR}/docproducts.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/docproducts.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+if(TARGET docproducts_command)
+    install(TARGETS docproducts_command RUNTIME COMPONENT tool)
+endif()
