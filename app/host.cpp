@@ -1,5 +1,6 @@
 #include "host.hpp"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -63,6 +64,20 @@ private:
     const fl::ustring m_catalogue;
 };
 
+// The folder that the packager chose, from the program's own.
+std::filesystem::path defaultInstallRoot() {
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    const auto root = (folder / DOCPRODUCTS_INSTALL_ROOT).lexically_normal();
+    return root.has_filename() ? root : root.parent_path();  // "/usr" for "/usr/bin/..", not "/usr/"
+}
+
+// What the option says, or else the variable VORLAN_ROOT unless it is empty, or else the default.
+std::string installRoot(const Options& options) {
+    const char* const variable = std::getenv("VORLAN_ROOT");
+    const bool isSet = variable != nullptr && *variable != '\0';
+    return options.installRoot ? *options.installRoot : isSet ? variable : defaultInstallRoot().string();
+}
+
 // Never empty, because the library would then look for documentation below the working directory.
 fl::ustring supportPackageRoot(const Options& options) {
     return options.supportPackageRoot
@@ -80,9 +95,7 @@ void setUserSetting(const std::string& name, const std::optional<std::string>& v
 
 void configureHost(const Options& options) {
     installLogSink(options.log);
-    // Set in any case, since this throws if the default can't be found: the library would go on with an empty root.
-    vorlan::setInstallRoot(options.installRoot ? fl::i18n::to_ustring(*options.installRoot)
-                                               : fl::filesystem::get_install_path());
+    vorlan::setInstallRoot(fl::i18n::to_ustring(installRoot(options)));
     vorlan::setSupportPackageRoot(supportPackageRoot(options));
     // Never destroyed, because events may be delivered until the process ends.
     vorlan::useServices(*new Services(fl::i18n::to_ustring(options.catalogue.value_or(""))));

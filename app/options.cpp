@@ -38,7 +38,8 @@ void addSharedOptions(CLI::App& app, Options& options) {
     const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
         return app.add_option(name, value, text)->type_name(type)->take_last();
     };
-    add("--install-root", options.installRoot, "DIR", "Install root; by default the parent of this program's folder")
+    add("--install-root", options.installRoot, "DIR",
+        "Install root; by default $VORLAN_ROOT, or else " DOCPRODUCTS_INSTALL_ROOT " from this program's folder")
         ->check(notEmpty);
     add("--support-package-root", options.supportPackageRoot, "DIR",
         "Support-package root; by default support-packages in the install root")

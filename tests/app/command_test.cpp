@@ -16,8 +16,8 @@ namespace {
 using Row = std::pair<std::string, std::string>;
 
 // Runs $TYPED and writes its answer to $T/answer. TIME replaces each time of today in UTC; local time is a day ahead,
-// so it isn't replaced.
-const char* const s_script = R"(exec > "$T/answer"; IFS=; export TZ=LOC-24; day=$(date -u +%F)
+// so it isn't replaced. An empty VORLAN_ROOT counts as unset.
+const char* const s_script = R"(exec > "$T/answer"; IFS=; export TZ=LOC-24 VORLAN_ROOT=; day=$(date -u +%F)
 { eval "$TYPED"; } 2> $T/errors; end=$?
 sed 's/^/2| /' $T/errors; [ $end = 0 ] || echo "[$end]"
 sed -Ei "s/($day|$(date -u +%F))T..:..:..Z/TIME/" $T/answer)";
@@ -62,6 +62,8 @@ TEST_F(Command, DoesWhatItsOptionsSay) {
         {"list " + names, "-h,--help " + options + "--all " + statuses},
         {"find " + names, "NAME -h,--help " + options + statuses},
         {"--install-root vorlan roots --support-package-root none", roots("vorlan/help", "vorlan/help")},
+        {"-V > $T/all; VORLAN_ROOT=vorlan " COMMAND " roots", roots("vorlan/help", "vorlan/help")},
+        {"-V > $T/all; VORLAN_ROOT=a " COMMAND " roots --install-root vorlan", roots("vorlan/help", "vorlan/help")},
         {"roots --support-package-root support-packages", roots("support-packages/help", "support-packages/help")},
         {"roots --doc-root 'some where' --install-root vorlan",
          roots("some where", "vorlan/help") + "2| The documentation root some where does not exist\n[4]\n"},
