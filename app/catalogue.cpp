@@ -87,10 +87,10 @@ std::string docsetFileIn(const upath& root) {
 [[noreturn]] void reportMissing(const Options& options) {
     auto& roots = Docroot::getInstance();
     std::string message = "There is no catalogue. Looked at:\n";
-    writeTable([&](std::string_view text) { message += text; },
-               {{"preferred file", options.catalogue ? *options.catalogue : "(none named by --catalogue)"},
-                {"in the documentation root", docsetFileIn(roots.getDocroot())},
-                {"in the data root", docsetFileIn(roots.getDocDataRoot())}});
+    writeTable([&](std::string_view text) { message += text; }, {},
+               {{{"preferred file", options.catalogue ? *options.catalogue : "(none named by --catalogue)"}},
+                {{"in the documentation root", docsetFileIn(roots.getDocroot())}},
+                {{"in the data root", docsetFileIn(roots.getDocDataRoot())}}});
     throw Failure(ExitStatus::nothingFound, message);
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <boost/algorithm/string/trim.hpp>
 #include <iostream>
 #include <locale>
@@ -53,16 +54,18 @@ bool isWebOnly(const DocProduct& product) {
 }
 
 Row productRow(const DocProduct& product) {
-    return {product.getDisplayName(), product.getShortName(), product.getBaseCode(), product.getAvailability(),
-            product.getHelpLocation()};
+    return {{product.getDisplayName(), product.getShortName(), product.getBaseCode(), product.getAvailability(),
+             product.getHelpLocation()}};
 }
 
-const Row s_headings = {"Display name", "Short name", "Base code", "Status", "Location"};
+const Row s_headings = {{"Display name", "Short name", "Base code", "Status", "Location"}, Emphasis::heading};
 
-void printInstalled(const Products& installed) {
-    writeTable(print, installed.size() + 1,
+void printInstalled(const TableStyle& style, const Products& installed) {
+    writeTable(print, style, installed.size() + 1,
                [&](std::size_t i) { return i == 0 ? s_headings : productRow(*installed[i - 1]); });
 }
+
+const char* const s_installed = "installed";
 
 // `installed` is a subsequence of `all`, and equal entries are either all installed or none, so one pass pairs them.
 std::vector<const char*> statesOf(const Products& all, const Products& installed) {
@@ -71,18 +74,24 @@ std::vector<const char*> statesOf(const Products& all, const Products& installed
     for (const TopLevelDocProductPtr& product : all) {
         const bool isInstalled = next != installed.end() && isSame(**next, *product);
         next += isInstalled ? 1 : 0;
-        states.push_back(isInstalled ? "installed" : isWebOnly(*product) ? "web-only" : "not found");
+        states.push_back(isInstalled ? s_installed : isWebOnly(*product) ? "web-only" : "not found");
     }
     return states;
 }
 
-void printAll(const Products& all, const Products& installed) {
+Row stateRow(const DocProduct& product, const char* state) {
+    Row row = productRow(product);
+    row.cells.push_back(state);
+    row.emphasis = state == s_installed ? Emphasis::none : Emphasis::missing;
+    return row;
+}
+
+void printAll(const TableStyle& style, const Products& all, const Products& installed) {
     const auto states = statesOf(all, installed);
-    writeTable(print, all.size() + 1, [&](std::size_t i) {
-        Row row = i == 0 ? s_headings : productRow(*all[i - 1]);
-        row.push_back(i == 0 ? "On this machine" : states[i - 1]);
-        return row;
-    });
+    Row headings = s_headings;
+    headings.cells.push_back("On this machine");
+    writeTable(print, style, all.size() + 1,
+               [&](std::size_t i) { return i == 0 ? headings : stateRow(*all[i - 1], states[i - 1]); });
 }
 
 struct Name {
@@ -122,18 +131,18 @@ void printProduct(const DocProduct& product, const std::string& name) {
     }
     const std::string fields = fieldsOf(product, name);
     std::vector<Row> rows = {
-        {"display name", product.getDisplayName()},
-        {"short name", product.getShortName()},
-        {"alternative short name", product.getAltShortName()},
-        {"base code", product.getBaseCode()},
-        {"status", product.getAvailability()},
-        {"help location", product.getHelpLocation()},
+        {{"display name", product.getDisplayName()}},
+        {{"short name", product.getShortName()}},
+        {{"alternative short name", product.getAltShortName()}},
+        {{"base code", product.getBaseCode()}},
+        {{"status", product.getAvailability()}},
+        {{"help location", product.getHelpLocation()}},
     };
     for (const std::string& family : families) {
-        rows.push_back({"family", family});
+        rows.push_back({{"family", family}});
     }
-    rows.push_back({"found by", fields});
-    writeTable(print, rows);
+    rows.push_back({{"found by", fields}});
+    writeTable(print, {}, rows);
 }
 
 [[noreturn]] void refuseName(const std::string& name, const Products& all) {
@@ -147,31 +156,43 @@ void printProduct(const DocProduct& product, const std::string& name) {
                   printable("No product has the name \"" + name + "\"" + suggestion(nearNames(name, names))) + "\n");
 }
 
-bool isThere(const char* root, const fl::filesystem::upath& path) {
-    const bool exists = fl::filesystem::exists(path);
-    if (!exists) {
-        std::cerr << printable("The " + std::string(root) + " " + to_string(path) + " does not exist") + "\n";
-    }
-    return exists;
-}
+struct Root {
+    Root(const char* root, const fl::filesystem::upath& path)
+        : name(root), text(to_string(path)), exists(fl::filesystem::exists(path)) {}
+
+    const char* name;
+    std::string text;
+    bool exists;
+};
 
 }  // namespace
 
-ExitStatus showRoots(const Options& /*options*/) {
-    auto& roots = doc_products_shared::Docroot::getInstance();
-    const auto docroot = roots.getDocroot();
-    const auto dataRoot = roots.getDocDataRoot();
-    writeTable(print, {{"documentation root", to_string(docroot)}, {"data root", to_string(dataRoot)}});
+ExitStatus showRoots(const Options& options) {
+    auto& docroot = doc_products_shared::Docroot::getInstance();
+    const std::array roots = {Root("documentation root", docroot.getDocroot()),
+                              Root("data root", docroot.getDocDataRoot())};
+    std::vector<Row> rows;
+    for (const Root& root : roots) {
+        rows.push_back({{root.name, root.text}, root.exists ? Emphasis::none : Emphasis::missing});
+    }
+    writeTable(print, {.hasColor = showsColor(options.color)}, rows);
     flushOutput();  // before any message on standard error
-    const bool isRootThere = isThere("documentation root", docroot);
-    return isThere("data root", dataRoot) && isRootThere ? ExitStatus::done : ExitStatus::nothingFound;
+    ExitStatus status = ExitStatus::done;
+    for (const Root& root : roots) {
+        if (!root.exists) {
+            std::cerr << "The " << root.name << " " << printable(root.text) << " does not exist\n";
+            status = ExitStatus::nothingFound;
+        }
+    }
+    return status;
 }
 
 ExitStatus listProducts(const Options& options) {
     const auto collector = openCatalogue(options);
     const Products& installed = *collector->getInstalledTopLevelDocProducts();
     const Products all = readAllProducts(*collector, options);
-    options.all ? printAll(all, installed) : printInstalled(installed);
+    const TableStyle style = {terminalWidth(), showsColor(options.color)};
+    options.all ? printAll(style, all, installed) : printInstalled(style, installed);
     print(fmt::format("{} of {} products installed\n", installed.size(), all.size()));
     return ExitStatus::done;
 }

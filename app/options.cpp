@@ -49,11 +49,13 @@ void addSharedOptions(CLI::App& app, Options& options) {
     add("--catalogue", options.catalogue, "FILE", "Catalogue to read instead of the docset.json in a root")
         ->check(CLI::ExistingFile.description(""))
         ->check(regularFile);
-    app.add_option("--log", options.log, "Write log records up to this level to standard error")
-        ->type_name("LEVEL")
-        ->take_last()
-        ->capture_default_str()
+    const auto addChoice = [&app](const char* name, std::string& value, const char* type, const char* text) {
+        return app.add_option(name, value, text)->type_name(type)->take_last()->capture_default_str();
+    };
+    addChoice("--log", options.log, "LEVEL", "Write log records up to this level to standard error")
         ->check(CLI::IsMember(logNames()));
+    addChoice("--color", options.color, "WHEN", "Emphasize headings and what is missing; auto: on a terminal")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
 }
 
 CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const char* text, Command command) {

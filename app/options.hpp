@@ -20,6 +20,7 @@ struct Options {
     std::optional<std::string> docDataRoot;
     std::optional<std::string> catalogue;
     std::string log = "error";
+    std::string color = "auto";
     Command command = Command::printText;
     std::string text;  // printText: the text
     bool all = false;  // listProducts: the whole catalogue

@@ -1,7 +1,11 @@
 #include "output.hpp"
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 namespace app {
@@ -14,6 +18,12 @@ void require(bool success) {
     }
 }
 
+// Empty if the variable is unset.
+std::string_view environment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
 }  // namespace
 
 void print(std::string_view text) {
@@ -22,6 +32,16 @@ void print(std::string_view text) {
 
 void flushOutput() {
     require(std::fflush(stdout) == 0);
+}
+
+bool showsColor(std::string_view when) {
+    const bool isWanted = environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+    return when == "always" || (when == "auto" && isWanted && isatty(STDOUT_FILENO) != 0);
+}
+
+std::size_t terminalWidth() {
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 }  // namespace app

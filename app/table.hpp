@@ -7,17 +7,33 @@
 
 namespace app {
 
-using Row = std::vector<std::string_view>;
+enum class Emphasis { none, heading, missing };
+
+struct Row {
+    std::vector<std::string_view> cells;
+    Emphasis emphasis = Emphasis::none;  // shown only by a table with colour
+};
+
+// How a table is shown.
+struct TableStyle {
+    std::size_t width = 0;  // the columns of the terminal that it must fit; 0 if it may have any width
+    bool hasColor = false;
+};
+
 using Write = std::function<void(std::string_view)>;
 
 // Writes one line per row, with aligned columns, two blanks apart and without padding at the end. Cells are written in
-// printable form. A cell wider than 60 columns of the terminal is written whole but doesn't widen its column: it shifts
-// only the rest of its own line.
+// printable form.
 //
-// `row(i)` returns the cells of row i, the same number for each row. It is called twice per row, so that a long table
-// is never held in memory.
-void writeTable(const Write& write, std::size_t count, const std::function<Row(std::size_t)>& row);
+// If the width is limited, the widest columns are narrowed until the table fits, and the cells that are wider than
+// their column are cut, with "…" at the end. Otherwise a cell wider than 60 columns of the terminal is written whole
+// but doesn't widen its column: it shifts only the rest of its own line.
+//
+// `row(i)` returns row i, with the same number of cells for each. It is called twice per row, so that a long table is
+// never held in memory.
+void writeTable(const Write& write, const TableStyle& style, std::size_t count,
+                const std::function<Row(std::size_t)>& row);
 
-void writeTable(const Write& write, const std::vector<Row>& rows);
+void writeTable(const Write& write, const TableStyle& style, const std::vector<Row>& rows);
 
 }  // namespace app

@@ -101,6 +101,19 @@ std::size_t displayWidth(std::string_view text) {
     return width;
 }
 
+std::string truncated(std::string_view text, std::size_t width) {
+    const UnicodeLocale locale;
+    std::string result;
+    std::size_t used = 0;
+    forEachPrintablePart(text, [&](const std::string& part) {
+        for (const fl::ustring& character : characters(part)) {
+            used += columns(codePoint(character));
+            result += used < width ? fl::i18n::to_string(character) : "";
+        }
+    });
+    return result + "…";
+}
+
 void forEachPrintablePart(std::string_view text, const std::function<void(const std::string&)>& visit) {
     constexpr std::size_t s_most = 4096;
     while (!text.empty()) {

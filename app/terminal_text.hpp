@@ -15,6 +15,10 @@ std::string printable(std::string_view text);
 // The number of columns that the text takes, unescaped: two for a wide character, none for a combining one.
 std::size_t displayWidth(std::string_view text);
 
+// The longest beginning of the text's printable form that leaves one of `width` columns for the "…" at its end.
+// `width` is at least 1, and less than the text's.
+std::string truncated(std::string_view text, std::size_t width);
+
 // Calls `visit` with the printable form of successive parts of the text, so that no long text is ever copied whole.
 void forEachPrintablePart(std::string_view text, const std::function<void(const std::string&)>& visit);
 

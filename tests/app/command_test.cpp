@@ -51,7 +51,8 @@ const auto noRoots = [](const std::string& root, const std::string& dataRoot) {
 
 TEST_F(Command, DoesWhatItsOptionsSay) {
     const std::string names = "--help | grep -Eo '^  (-., *)?(--[a-z-]+|[A-Za-z]+ |[0-9]  [a-z]+)' | xargs";
-    const std::string options = "--install-root --support-package-root --doc-root --doc-data-root --catalogue --log ";
+    const std::string options =
+        "--install-root --support-package-root --doc-root --doc-data-root --catalogue --log --color ";
     const std::string statuses = "0 done 1 failure 2 wrong 3 malformed 4 nothing\n";
     const std::string kinds = " --install-root a 2>&1 > /dev/null | cut -c 22-28 | grep '^ [a-z]' | sort -u | xargs";
     const std::string home = std::filesystem::canonical(COMMAND).parent_path().parent_path();
@@ -114,6 +115,26 @@ TEST_F(Command, TellsSimilarProductsApartAndEscapesForeignBytes) {
          "record\n"},
         {"roots --install-root \"$T\"/h* --log note 2>&1 | grep -o 't docroot to .*'",
          "t docroot to \\x1b\\x00\\x7f\\xc2\\x85\\xff-\n"},
+    });
+}
+
+// Headings are bold and what is missing is dimmed. A table is cut only to fit a terminal.
+TEST_F(Command, ColorsAndFitsOnATerminal) {
+    const auto onTerminal = [](const std::string& environment, const std::string& options) {
+        return "-V > $T/all; TERM=xterm " + environment + " script -qec \"stty cols 50; '" COMMAND "' list --all " +
+               options + " --install-root vorlan\" /dev/null | sed -n '1p;7p;15p'";
+    };
+    const std::string heads = "Displ…  Short…  Base c…  Status   Locati…  On thi…";
+    const std::string here = "茶園…   teaga…  TG       current  teagar…  instal…\r\n";
+    const std::string missing = "Seed …  seede…  SX       current  seedex…  web-on…";
+    const std::string plain = heads + "\r\n" + here + missing + "\r\n";
+    expect({
+        {onTerminal("", ""), "\x1B[1m" + heads + "\x1B[0m\r\n" + here + "\x1B[2m" + missing + "\x1B[0m\r\n"},
+        {onTerminal("NO_COLOR=1", ""), plain},
+        {onTerminal("TERM=dumb", ""), plain},
+        {onTerminal("", "--color never"), plain},
+        {"roots --color always --install-root vorlan --doc-root none 2> /dev/null",
+         "\x1B[2mdocumentation root  none\x1B[0m\ndata root           vorlan/help\n[4]\n"},
     });
 }
 
