@@ -6,8 +6,16 @@ set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/docproducts)
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/docproducts)
 
 set(libraries docproducts)
-if(TARGET docproducts::platform)  # ours, not a host's own
+set(link_flags -ldocproducts)
+set(dependencies "")  # of the CMake package; a shared library links Boost itself
+if(TARGET docproducts::platform)
     list(APPEND libraries vorlan_platform)
+    string(APPEND link_flags " -lvorlan_platform")
+elseif(DOCPRODUCTS_PLATFORM)
+    string(APPEND dependencies "find_dependency(${DOCPRODUCTS_PLATFORM})\n")
+endif()
+if(NOT BUILD_SHARED_LIBS)
+    string(APPEND dependencies "find_dependency(Boost 1.74 COMPONENTS log thread)\n")
 endif()
 install(TARGETS ${libraries} EXPORT docproducts-targets
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
