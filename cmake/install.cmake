@@ -1,5 +1,6 @@
-# What `cmake --install` puts where: the libraries with the CMake package and the pkg-config file, and the command. Headers
-# lie below include/docproducts, which is on the include path; so they are included as they are here.
+# What `cmake --install` puts where: the libraries with the CMake package and the pkg-config file, and the command with
+# its man page. Headers lie below include/docproducts, which is on the include path; so they are included as they are
+# here.
 include(CMakePackageConfigHelpers)
 
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/docproducts)
@@ -40,4 +41,6 @@ install(FILES ${PROJECT_BINARY_DIR}/docproducts.pc
 
 if(TARGET docproducts_command)
     install(TARGETS docproducts_command RUNTIME COMPONENT tool)
+    install(FILES ${PROJECT_BINARY_DIR}/app/docproducts.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
 endif()
