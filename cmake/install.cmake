@@ -1,6 +1,6 @@
 # What `cmake --install` puts where: the libraries with the CMake package and the pkg-config file, and the command with
-# its man page. Headers lie below include/docproducts, which is on the include path; so they are included as they are
-# here.
+# its man page and completions. Headers lie below include/docproducts, which is on the include path; so they are
+# included as they are here.
 include(CMakePackageConfigHelpers)
 
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/docproducts)
@@ -43,4 +43,11 @@ if(TARGET docproducts_command)
     install(TARGETS docproducts_command RUNTIME COMPONENT tool)
     install(FILES ${PROJECT_BINARY_DIR}/app/docproducts.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+    set(completions ${PROJECT_SOURCE_DIR}/app/completions)
+    install(FILES ${completions}/docproducts.bash RENAME docproducts
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+    install(FILES ${completions}/_docproducts
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
+    install(FILES ${completions}/docproducts.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()

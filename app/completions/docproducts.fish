@@ -1,0 +1,18 @@
+# Fish completion of docproducts: commands, options and their values.
+
+set -l has_command '__fish_seen_subcommand_from roots list find'
+complete -c docproducts -f
+complete -c docproducts -n "not $has_command" -a roots -d 'Print the documentation root and the data root'
+complete -c docproducts -n "not $has_command" -a list -d 'Print the installed products'
+complete -c docproducts -n "not $has_command" -a find -d 'Print the product with the given name, installed or not'
+
+complete -c docproducts -s h -l help -d 'Print a summary of the options'
+complete -c docproducts -n "not $has_command" -s V -l version -d 'Print the version'
+complete -c docproducts -l install-root -x -a '(__fish_complete_directories)' -d 'Install root'
+complete -c docproducts -l support-package-root -x -a '(__fish_complete_directories)' -d 'Support-package root'
+complete -c docproducts -l doc-root -x -a '(__fish_complete_directories)' -d 'Documentation root'
+complete -c docproducts -l doc-data-root -x -a '(__fish_complete_directories)' -d 'Data root'
+complete -c docproducts -l catalogue -r -F -d 'Catalogue to read'
+complete -c docproducts -l log -x -a 'off error note detail trace' -d 'Write log records up to this level'
+complete -c docproducts -l color -x -a 'auto always never' -d 'Emphasize headings and what is missing'
+complete -c docproducts -n '__fish_seen_subcommand_from list' -l all -d 'Print all products in the catalogue'
