@@ -2,6 +2,7 @@
 
 #include <string>
 
+// The host's types and services for text and paths.
 namespace fl {
 
 // UTF-16 text; lengths and positions count code units. Unpaired surrogates are allowed and keep their place.

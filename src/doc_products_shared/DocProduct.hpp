@@ -5,12 +5,14 @@
 #include <utility>
 #include <vector>
 
+// The roots of the installed documentation, and the products documented there. Users include doc_products.hpp.
 namespace doc_products_shared {
 
 // A family that a product belongs to: UTF-8 text as in the catalogue, not trimmed. Immutable. References returned are
 // valid for the lifetime of the object.
 class ProductFamily {
 public:
+    // The texts are taken as they are.
     ProductFamily(std::string family, std::string group) : m_family(std::move(family)), m_group(std::move(group)) {}
 
     // The family's name. "webonlyproducts" marks a product that is documented on the web only and never installed.
@@ -29,6 +31,7 @@ private:
 // of the object.
 class DocProduct {
 public:
+    // The texts and the families are taken as they are.
     DocProduct(std::string displayName, std::string helpLocation, std::string shortName, std::string baseCode,
                std::string altShortName, std::string availability, std::vector<ProductFamily> productFamilies)
         : m_displayName(std::move(displayName)),
@@ -48,6 +51,7 @@ public:
     // The short name; it also names the product's .properties file in the catalogue folder.
     const std::string& getShortName() const;
 
+    // A short code, such as "LK".
     const std::string& getBaseCode() const;
 
     // An alternative short name; empty if the catalogue has none.
@@ -69,6 +73,7 @@ private:
     std::vector<ProductFamily> m_productFamilies;
 };
 
+// Keeps the product alive. Null where there is none.
 using DocProductPtr = std::shared_ptr<const DocProduct>;
 
 }  // namespace doc_products_shared

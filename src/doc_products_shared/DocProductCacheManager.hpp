@@ -23,6 +23,7 @@ namespace doc_products_shared {
 // here too.
 class DocProductCacheManager {  // exported: see src/docproducts.map
 public:
+    // The instance, built on first use and kept until the process exits.
     static DocProductCacheManager& getInstance();
 
     // The current collector, rebuilt first if necessary. Null while both roots are empty and no file was named, and

@@ -12,8 +12,8 @@ namespace doc_products_shared {
 // disk at the time of construction and never changes afterwards, so any number of threads may read it. The lists and
 // products that it returns may outlive it.
 //
-// A product is installed if <data root>/<help location>/doccenter.properties exists, or
-// <data root>/docCatalog/products/<short name>.properties does, and none of its families is "webonlyproducts". A
+// A product is installed if `<data root>/<help location>/doccenter.properties` exists, or
+// `<data root>/docCatalog/products/<short name>.properties` does, and none of its families is "webonlyproducts". A
 // std::exception while a product's files are tested is logged, and the product counts as not installed.
 class DocProductCollector {  // exported: see src/docproducts.map
 public:

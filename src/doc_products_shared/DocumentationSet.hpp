@@ -16,8 +16,11 @@ public:
     using DocProduct::DocProduct;
 };
 
+// A product, and a list of products in file order. Both keep their products alive.
 using TopLevelDocProductPtr = std::shared_ptr<const TopLevelDocProduct>;
 using TopLevelDocProductVectorPtr = std::shared_ptr<const std::vector<TopLevelDocProductPtr>>;
+
+// Products by name.
 using TopLevelDocProductMap = std::unordered_map<std::string, TopLevelDocProductPtr>;
 
 // The contents of a catalogue file: every product, installed or not, as DocSetJsonParser reads it.
@@ -25,6 +28,7 @@ using TopLevelDocProductMap = std::unordered_map<std::string, TopLevelDocProduct
 // and there are no products. Copies share the products. References returned are valid until the set changes.
 class DocumentationSet {
 public:
+    // A set without products.
     DocumentationSet() = default;
     DocumentationSet(std::string format, std::string release)
         : m_format(std::move(format)), m_release(std::move(release)) {}

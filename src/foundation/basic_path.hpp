@@ -30,6 +30,7 @@ struct path_traits<char, char16_t> {
 template <class Narrow, class Unit, class Traits>
 class basic_path {
 public:
+    // The type of the text: fl::ustring for a upath.
     using string_type = std::basic_string<Unit>;
 
     basic_path() = default;
@@ -40,6 +41,7 @@ public:
     // The text, in code units. Valid until the path changes.
     const string_type& native() const noexcept { return m_text; }
 
+    // True if the path is "no value".
     bool empty() const noexcept { return m_text.empty(); }
 
     // Appends a component, after a separator unless the path is empty or ends in one. An empty one changes nothing.
@@ -50,6 +52,7 @@ public:
         return *this;
     }
 
+    // A copy of the path with the component appended in the same way.
     friend basic_path operator/(basic_path path, const string_type& component) {
         path /= component;
         return path;
@@ -65,6 +68,7 @@ private:
     bool m_flag = true;  // copied with the text; the host's function for appending takes it
 };
 
+// The paths that the library takes and returns: UTF-16 text.
 using upath = basic_path<char, char16_t, detail::path_traits<char, char16_t>>;
 
 // The path's text in narrow form, as fl::i18n::to_string gives it.
