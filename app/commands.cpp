@@ -81,7 +81,7 @@ std::vector<const char*> statesOf(const Products& all, const Products& installed
 
 Row stateRow(const DocProduct& product, const char* state) {
     Row row = productRow(product);
-    row.cells.push_back(state);
+    row.cells.emplace_back(state);
     row.emphasis = state == s_installed ? Emphasis::none : Emphasis::missing;
     return row;
 }
@@ -89,7 +89,7 @@ Row stateRow(const DocProduct& product, const char* state) {
 void printAll(const TableStyle& style, const Products& all, const Products& installed) {
     const auto states = statesOf(all, installed);
     Row headings = s_headings;
-    headings.cells.push_back("On this machine");
+    headings.cells.emplace_back("On this machine");
     writeTable(print, style, all.size() + 1,
                [&](std::size_t i) { return i == 0 ? headings : stateRow(*all[i - 1], states[i - 1]); });
 }
@@ -171,11 +171,9 @@ ExitStatus showRoots(const Options& options) {
     auto& docroot = doc_products_shared::Docroot::getInstance();
     const std::array roots = {Root("documentation root", docroot.getDocroot()),
                               Root("data root", docroot.getDocDataRoot())};
-    std::vector<Row> rows;
-    for (const Root& root : roots) {
-        rows.push_back({{root.name, root.text}, root.exists ? Emphasis::none : Emphasis::missing});
-    }
-    writeTable(print, {.hasColor = showsColor(options.color)}, rows);
+    writeTable(print, {.hasColor = showsColor(options.color)}, roots.size(), [&](std::size_t i) {
+        return Row{{roots[i].name, roots[i].text}, roots[i].exists ? Emphasis::none : Emphasis::missing};
+    });
     flushOutput();  // before any message on standard error
     ExitStatus status = ExitStatus::done;
     for (const Root& root : roots) {
