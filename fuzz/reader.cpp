@@ -1,8 +1,8 @@
 #include <boost/locale/encoding_utf.hpp>
-#include <boost/regex.hpp>
 #include <functional>
 #include <locale>
 #include <optional>
+#include <regex>
 
 #include "fuzz/target.hpp"
 #include "json/ParserException.hpp"
@@ -169,7 +169,7 @@ struct Model {
     Value typed(const auto& type) { return type.empty() ? value() : type[0] == 'u' ? unsignedArray() : signedArray(); }
 
     Object object() {
-        static const boost::regex s_types("u?int(8|16|32|64)");
+        static const std::regex s_types("u?int(8|16|32|64)");
         Object members;
         std::string type;
         std::optional<Model> data;  // at the data whose type isn't known yet
@@ -179,7 +179,7 @@ struct Model {
             data = key == "zqdata" ? *this : data;
             const Value read = key == "zqdata" ? typed(type) : value();
             if (key == "zqtype" && read.storage().which() == 4) {
-                type = boost::regex_match(read.get<std::string>(), s_types) ? read.get<std::string>() : type;
+                type = std::regex_match(read.get<std::string>(), s_types) ? read.get<std::string>() : type;
                 if (data && !type.empty()) {
                     members["zqdata"] = data->typed(type);
                     data.reset();
@@ -252,7 +252,7 @@ void examineParse(const std::string& text, unsigned flags) {
     const ParseResult result = reasonOf(&Model::value, model, value);
     model.skip();
     const std::string before = text.substr(0, model.place), after = text.substr(model.place, 80);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1, code = static_cast<long>(result);
+    const long line = std::count(before.begin(), before.end(), '\n') + 1, code = static_cast<long>(result);
     const std::size_t column = before.size() - (before.rfind('\n') + 1), caret = std::min<std::size_t>(column, 80);
     const std::string source = before.substr(before.size() - caret) + after.substr(0, after.find('\n'));
     const std::string what = "JSON ParserException (" + s_sentences.at(result) + " (Line " + std::to_string(line) +
