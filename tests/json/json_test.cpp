@@ -1,9 +1,10 @@
 #include "json/ParserException.hpp"
 
 #include <gmock/gmock.h>
+#include <pthread.h>
 
 #include <boost/algorithm/string/replace.hpp>
-#include <boost/thread/thread.hpp>
+#include <thread>
 
 #include "json/parse.hpp"
 #include "support/Allocations.hpp"
@@ -106,9 +107,11 @@ const auto times = [](std::size_t count, const std::string& text) {
 // Parses, copies and destroys a document on the stack that the limit on nesting is designed for.
 std::string outcomeOnSmallStack(const std::string& text) {
     std::string result;
-    boost::thread::attributes attributes;
-    attributes.set_stack_size(std::size_t{JSON_STACK_KIB} * 1024);
-    boost::thread thread(attributes, [&text, &result] {
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    EXPECT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{JSON_STACK_KIB} * 1024), 0);
+    pthread_setattr_default_np(&attributes);
+    std::jthread([&text, &result] {
         try {
             const Value document = parse(text, 0);
             Value copy = document;
@@ -117,8 +120,7 @@ std::string outcomeOnSmallStack(const std::string& text) {
         } catch (const ParserException& error) {
             result = std::string(error.what()).substr(0, 27);
         }
-    });
-    thread.join();
+    });  // joins
     return result;
 }
 
