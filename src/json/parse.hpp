@@ -10,7 +10,7 @@ namespace foundation::json {
 constexpr unsigned int ALLOW_COMMENTS = 1;
 
 // The number of arrays and objects that may be open at once. A document at this bound is parsed, copied and destroyed
-// on a stack of 256 KiB.
+// on a stack of 256 KiB, or of 384 KiB on s390x, whose frames are larger.
 constexpr unsigned int MAX_NESTING = 256;
 
 // Reads one JSON document: any kind of value, with nothing but white space around it. Differences from RFC 8259:
