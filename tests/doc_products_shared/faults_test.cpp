@@ -33,9 +33,10 @@ std::string useCatalogue(const Host& host) {
 using Use = std::string (*)(const Host&);
 
 // Runs an operation on empty settings. Returns its answer, or "! " and what it threw.
-std::string outcome(Use use, const Host& host) {
+std::string outcome(Use use, Host& host) {
     vorlan::closeSettings();
     vorlan::openSettings();
+    host.calls();
     try {
         return use(host);
     } catch (const std::exception& e) {
@@ -66,12 +67,8 @@ constexpr std::pair<const char*, void (*)()> s_faults[] = {
 
 // The distinct calls, without the values that they set.
 std::set<std::string> kindsOf(const std::string& calls) {
-    std::istringstream lines(calls);
-    std::set<std::string> kinds;
-    for (std::string call; std::getline(lines, call);) {
-        kinds.insert(call.substr(0, call.find('=')));
-    }
-    return kinds;
+    const boost::regex kind("^[^=\n]+");
+    return {boost::sregex_token_iterator(calls.begin(), calls.end(), kind), {}};
 }
 
 TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
@@ -80,7 +77,6 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
     long count = 0;
     for (const Use use : {useRoots, useCatalogue}) {
         outcome(use, host);  // builds the singletons
-        host.calls();
         const std::string healthy = outcome(use, host);
         for (const std::string& call : kindsOf(host.calls())) {
             for (const auto& [fault, fail] : s_faults) {
@@ -92,6 +88,9 @@ TEST(Faults, OfTheHostFollowTheRulesAndDoNotLast) {
                     host.on({});
                     const std::string logged = fault == s_faults[0].first ? ruleOf(call) : "";
                     const bool isThrown = logged.empty() && fault != s_faults[2].first;
+                    // One listener that can't be installed doesn't keep the other from it.
+                    EXPECT_TRUE(isThrown || !call.starts_with("listen") ||
+                                host.calls({"listen vorlan.help.DocDataRoot"}) != "");
                     EXPECT_EQ(answer.starts_with("!"), isThrown) << answer;
                     EXPECT_TRUE(logged.empty() || call == "install root" ||
                                 answer == (call.find("/in/a/") < call.size() ? "0 b " : healthy))
@@ -121,7 +120,7 @@ TEST(Faults, OfMemoryInASetChangeNothing) {
 
 TEST(Faults, OfMemoryThrowBadAllocOrAreReported) {
     Host host(s_scene);
-    long count = 0, failedRecords = 0, refusals = 0;
+    long count = 0, refusals = 0;
     std::cerr.rdbuf(nullptr);
     for (const std::uint32_t levels : {~0U, maskOf(level::error)}) {
         RecordLog log(levels);
@@ -147,10 +146,8 @@ TEST(Faults, OfMemoryThrowBadAllocOrAreReported) {
                 host.calls();
             });
         }
-        failedRecords += log.failures();
     }
     EXPECT_GE(refusals, 100);
-    EXPECT_GE(failedRecords, 500);
     EXPECT_GE(count, 5000);
 }
 

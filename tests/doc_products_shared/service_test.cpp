@@ -13,7 +13,7 @@ std::uint64_t change(const Host& host, const std::string& name, const std::strin
 
 TEST(Service, ResolvesThenListensThenFollows) {
     Host host({withFile("marked/docCatalog/dataroot.txt")});
-    Docroot docroot;
+    const Docroot docroot;
     EXPECT_EQ(host.calls({"set", "node vorlan.help.", "listen"}),
               "set DocRoot=$T/vorlan/help @session\nset DocDataRoot=$T/vorlan/help @session\n"
               "node vorlan.help.DocRoot\nlisten vorlan.help.DocRoot\n"
@@ -22,9 +22,8 @@ TEST(Service, ResolvesThenListensThenFollows) {
     for (const std::string name : {"Root", "DataRoot"}) {
         EXPECT_EQ(change(host, "Doc" + name, "/a"), 1U);
         const std::string callback = "note: m_doc" + name + "ChangeListener callback: newDoc" + name;
-        const std::string expected =
-            "detail: New setting: /a\n" + callback + " /a\n" + callback + "Path /a\nnote: m_doc";
-        EXPECT_EQ(log.take().substr(0, expected.size()), expected);
+        EXPECT_THAT(log.take(), testing::StartsWith("detail: New setting: /a\n" + callback + " /a\n" + callback +
+                                                    "Path /a\nnote: m_doc"));
     }
     EXPECT_EQ(host.calls({"get"}), "get DocRoot @\nget DocDataRoot @\n");
     EXPECT_EQ(change(host, "DocRoot", ""), 2U);  // the root is resolved and written back, a second change
@@ -32,14 +31,6 @@ TEST(Service, ResolvesThenListensThenFollows) {
     EXPECT_EQ(change(host, "DocRoot", "$T/marked"), 2U);  // the data root moves with it, a second change
     const std::string data = "set DocDataRoot=$T/marked @session\n";
     EXPECT_EQ(host.calls({"set"}), "set DocRoot=$T/marked @session\n" + data + data);
-    EXPECT_EQ(host.shown(docroot.getDocDataRoot()), "$T/marked");
-}
-
-TEST(Service, InstallsOneListenerIfTheOtherFails) {
-    Host host;
-    host.on("listen vorlan.help.DocRoot", s_broken);
-    const Docroot docroot;
-    EXPECT_EQ(host.calls({"listen"}), "listen vorlan.help.DocRoot\nlisten vorlan.help.DocDataRoot\n");
 }
 
 TEST(Service, LogsAndDropsAnEventThatItCannotHandle) {

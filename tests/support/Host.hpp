@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <boost/algorithm/string/replace.hpp>
@@ -147,11 +145,10 @@ using Product = std::array<std::string, 6>;
 
 inline Step withCatalogue(const std::string& file, const std::vector<Product>& products) {
     std::string list;
-    for (const auto& [displayName, location, shortName, baseCode, status, families] : products) {
+    for (const auto& [name, location, shortName, baseCode, status, families] : products) {
         boost::format entry(R"({"product": {"display_name": "%1%", "help_location": "%2%", "short_name": "%3%",
                                 "basecode": "%4%", "status": "%5%", "product_family_list": [%6%]}})");
-        list +=
-            (list.empty() ? "" : ",") + str(entry % displayName % location % shortName % baseCode % status % families);
+        list += (list.empty() ? "" : ",") + str(entry % name % location % shortName % baseCode % status % families);
     }
     return withFile(file, R"({"documentation_set": {"format": "", "release": "", "product_list": [)" + list + "]}}");
 }
@@ -177,22 +174,16 @@ public:
     // The lines since this was last called.
     std::string take() { return std::exchange(m_sink->locked_backend()->lines, {}); }
 
-    // The number of records that were lost to an exception.
-    long failures() { return m_sink->locked_backend()->failures; }
-
 private:
     struct Backend : boost::log::sinks::basic_sink_backend<boost::log::sinks::synchronized_feeding> {
         void consume(const boost::log::record_view& record) {
-            ++failures;
             const auto depth = static_cast<std::size_t>(boost::log::extract<long>("Depth", record).get());
             const auto severity = static_cast<level>(boost::log::extract<int>("Severity", record).get());
             lines += std::string(2 * depth, ' ') + s_marks.at(severity) +
                      boost::log::extract<std::string>("Message", record).get() + "\n";
-            --failures;
         }
 
         std::string lines;
-        long failures = 0;
     };
 
     using enum level;
