@@ -25,33 +25,22 @@ TEST(Collector, TestsTheFilesOfEachProductInOrder) {
     EXPECT_TRUE(collector.getInstalledTopLevelDocProducts()->empty());
 }
 
-// The outcome of a request, and the change before it. The outcome is the file that was read, "same" if the collector is
-// that of the last request, "none" if there is none, or what was thrown.
-using Request = std::pair<std::string, std::function<void()>>;
-
-void expectRequests(const Host& host, const std::vector<Request>& requests) {
-    std::cerr.rdbuf(nullptr);
+// Returns the file that was read, "same" if the collector is that of the last request, "none" if there is none, or what
+// was thrown.
+std::string request() {
     RecordLog log(maskOf(level::detail, level::error));
-    int number = 0;
-    for (const auto& [expected, change] : requests) {
-        ++number;
-        change ? change() : void();
-        vorlan::waitForEvents();
-        log.take();
-        std::string outcome;
-        try {
-            const auto collector = DocProductCacheManager::getInstance().getDocProductCache();
-            const std::string records = host.shorten(log.take());
-            outcome = !collector ? "none" : records.empty() ? "same" : records.substr(24, records.find('\n') - 24);
-        } catch (const std::exception& e) {
-            outcome = host.shorten(e.what());
-        }
-        EXPECT_EQ(outcome, expected) << "request " << number;
+    try {
+        const auto collector = DocProductCacheManager::getInstance().getDocProductCache();
+        const std::string records = log.take();
+        return !collector ? "none" : records.empty() ? "same" : records.substr(24, records.find('\n') - 24);
+    } catch (const std::exception& e) {
+        return e.what();
     }
 }
 
 TEST(Manager, RebuildsWhenARootOrTheFileChanges) {
     Host host({withFile("bad.json", "{"), withCatalogue("first.json", {})});
+    std::cerr.rdbuf(nullptr);
     host.on("install root", s_broken);  // so both roots are empty
     const auto setRoot = [&](const char* path) {
         return [&, path] { Docroot::getInstance().setDocroot(host.path(path)); };
@@ -63,25 +52,31 @@ TEST(Manager, RebuildsWhenARootOrTheFileChanges) {
         return [&, file] { withCatalogue(file, {})(host), name("$T/named.json")(); };
     };
     const std::string refused = "Error while parsing $T/bad.json", data = "$T/data/docset.json", own = "$T/named.json";
-    expectRequests(
-        host,
-        {{"none", {}},
-         {"$T/first.json", name("$T/first.json")},
-         {data, [&] { name("")(), host.on({}), setRoot("$T/vorlan/help")(), host.set("DocDataRoot", "$T/data"); }},
-         {"same", {}},
-         {data, setRoot("$T/vorlan/help/")},  // another spelling of the same folder
-         {"same", setRoot("$T/vorlan/help/")},
-         {data, write("data/docset.json")},
-         {"$T/vorlan/help/docset.json", write("vorlan/help/docset.json")},
-         {own, write("named.json")},
-         {own, [&] { Docroot::getInstance().setDocDataRoot(host.path("/data")); }},
-         {own, [&] { host.set("DocRoot", "/outside"); }},
-         {refused, name("$T/bad.json")},  // reported once
-         {"same", {}},
-         {"broken", [&] { name("$T/named.json")(), setRoot("/a")(), host.on("get", s_broken); }},
-         {own, [&] { host.on({}); }},
-         {own, setRoot("/b")},
-         {"same", [&] { host.calls(); }}});
+    // The outcome of a request, and the change before it.
+    const std::pair<std::string, std::function<void()>> requests[] = {
+        {"none", {}},
+        {"$T/first.json", name("$T/first.json")},
+        {data, [&] { name("")(), host.on({}), setRoot("$T/vorlan/help")(), host.set("DocDataRoot", "$T/data"); }},
+        {"same", {}},
+        {data, setRoot("$T/vorlan/help/")},  // another spelling of the same folder
+        {"same", setRoot("$T/vorlan/help/")},
+        {data, write("data/docset.json")},
+        {"$T/vorlan/help/docset.json", write("vorlan/help/docset.json")},
+        {own, write("named.json")},
+        {own, [&] { Docroot::getInstance().setDocDataRoot(host.path("/data")); }},
+        {own, [&] { host.set("DocRoot", "/outside"); }},
+        {refused, name("$T/bad.json")},  // reported once
+        {"same", {}},
+        {"broken", [&] { name("$T/named.json")(), setRoot("/a")(), host.on("get", s_broken); }},
+        {own, [&] { host.on({}); }},
+        {own, setRoot("/b")},
+        {"same", [&] { host.calls(); }}};
+    int number = 0;
+    for (const auto& [expected, change] : requests) {
+        change ? change() : void();
+        vorlan::waitForEvents();
+        EXPECT_EQ(host.shorten(request()), expected) << "request " << ++number;
+    }
     EXPECT_EQ(host.calls(), "");
     EXPECT_EQ(host.shown(DocProductCollector(host.path("$T/none")).findDocsetJsonFile({})), "/data/docset.json");
     EXPECT_EQ(host.calls({"exists"}).find("exists $T/none\nexists /b/docset.json\nexists /data/docset.json\n"), 0U);

@@ -20,14 +20,13 @@ TEST(Path, AppendsAComponentAfterOneSeparator) {
 }
 
 TEST(Path, BecomesCanonicalIfItExists) {
-    Host host({withFile("a/\xFF/file"), withLink("a", "link"), withLink("no", "dangling")});
+    Host host({withFile("a/\xFF/file"), withLink("a", "link")});
     const auto canonical = [&](const std::string& path, const std::string& base) {
         return host.shown(fl::filesystem::canonical(host.path(path), host.path(base)));
     };
     EXPECT_EQ(canonical("$T/link/\xFF/.././\xFF/file", ""), "$T/a/\xFF/file");
     EXPECT_EQ(canonical("link/\xFF", "$T") + " " + canonical("$T/a", "/b"), "$T/a/\xFF $T/a");
-    for (const std::string& path :
-         {""s, "$T/none"s, "$T/a/\xFF/file/"s, "$T/dangling"s, "$T/a\0"s, "$T/" + std::string(256, 'x')}) {
+    for (const std::string& path : {""s, "$T/a/\xFF/file/"s, "$T/a\0"s, "$T/" + std::string(256, 'x')}) {
         EXPECT_FALSE(fl::filesystem::exists(host.path(path))) << path;
         EXPECT_THROW(canonical(path, ""), std::filesystem::filesystem_error) << path;
     }
