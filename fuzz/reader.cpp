@@ -2,7 +2,7 @@
 #include <functional>
 #include <locale>
 #include <optional>
-#include <regex>
+#include <set>
 
 #include "fuzz/target.hpp"
 #include "json/ParserException.hpp"
@@ -169,7 +169,8 @@ struct Model {
     Value typed(const auto& type) { return type.empty() ? value() : type[0] == 'u' ? unsignedArray() : signedArray(); }
 
     Object object() {
-        static const std::regex s_types("u?int(8|16|32|64)");
+        static const std::set<std::string> s_types = {"int8",  "int16",  "int32",  "int64",
+                                                      "uint8", "uint16", "uint32", "uint64"};
         Object members;
         std::string type;
         std::optional<Model> data;  // at the data whose type isn't known yet
@@ -179,7 +180,7 @@ struct Model {
             data = key == "zqdata" ? *this : data;
             const Value read = key == "zqdata" ? typed(type) : value();
             if (key == "zqtype" && read.storage().which() == 4) {
-                type = std::regex_match(read.get<std::string>(), s_types) ? read.get<std::string>() : type;
+                type = s_types.contains(read.get<std::string>()) ? read.get<std::string>() : type;
                 if (data && !type.empty()) {
                     members["zqdata"] = data->typed(type);
                     data.reset();
