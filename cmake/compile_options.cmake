@@ -22,7 +22,8 @@ include(CheckPIESupported)
 check_cxx_compiler_flag(-fcf-protection DOCPRODUCTS_HAS_CF_PROTECTION)
 check_pie_supported(LANGUAGES CXX)
 # A fortify level that the compiler or the flags set already stays; distributions choose their own.
-set(CMAKE_REQUIRED_FLAGS -O2)
+string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" flags)
+set(CMAKE_REQUIRED_FLAGS "-O2 ${${flags}}")
 check_cxx_source_compiles("
     #ifdef _FORTIFY_SOURCE
     #error

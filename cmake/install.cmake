@@ -7,16 +7,17 @@ set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/docproducts)
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/docproducts)
 
 set(libraries docproducts)
-set(link_flags -ldocproducts)
-set(dependencies "")  # of the CMake package; a shared library links Boost itself
+set(dependencies "")  # of the CMake package
 if(TARGET docproducts::platform)
     list(APPEND libraries vorlan_platform)
-    string(APPEND link_flags " -lvorlan_platform")
 elseif(DOCPRODUCTS_PLATFORM)
     string(APPEND dependencies "find_dependency(${DOCPRODUCTS_PLATFORM})\n")
+else()
+    message(FATAL_ERROR "To install, name the package of the host's services: -DDOCPRODUCTS_PLATFORM=<package>")
 endif()
-if(NOT BUILD_SHARED_LIBS)
+if(NOT BUILD_SHARED_LIBS)  # a shared library links Boost itself
     string(APPEND dependencies "find_dependency(Boost 1.74 COMPONENTS log thread)\n")
+    set(boost_flags "-lboost_log -lboost_thread")
 endif()
 install(TARGETS ${libraries} EXPORT docproducts-targets
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
@@ -33,11 +34,14 @@ install(FILES
         ${PROJECT_BINARY_DIR}/docproducts-config-version.cmake
     DESTINATION ${config_dir} COMPONENT development)
 
-# Relative to the file itself, so that an install tree may be moved.
-file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-configure_file(cmake/docproducts.pc.in ${PROJECT_BINARY_DIR}/docproducts.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/docproducts.pc
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+# Its paths are relative to the file itself, so that an install tree may be moved. It can't know the flags of a host's
+# own services.
+if(TARGET docproducts::platform)
+    file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+    configure_file(cmake/docproducts.pc.in ${PROJECT_BINARY_DIR}/docproducts.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/docproducts.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endif()
 
 if(TARGET docproducts_command)
     install(TARGETS docproducts_command RUNTIME COMPONENT tool)
