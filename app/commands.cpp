@@ -89,7 +89,7 @@ Row stateRow(const DocProduct& product, const char* state) {
 void printAll(const TableStyle& style, const Products& all, const Products& installed) {
     const auto states = statesOf(all, installed);
     Row headings = s_headings;
-    headings.cells.emplace_back("On this machine");
+    headings.cells.emplace_back("State");
     writeTable(print, style, all.size() + 1,
                [&](std::size_t i) { return i == 0 ? headings : stateRow(*all[i - 1], states[i - 1]); });
 }

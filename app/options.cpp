@@ -39,7 +39,7 @@ void addSharedOptions(CLI::App& app, Options& options) {
         return app.add_option(name, value, text)->type_name(type)->take_last();
     };
     add("--install-root", options.installRoot, "DIR",
-        "Install root; by default $VORLAN_ROOT, or else " DOCPRODUCTS_INSTALL_ROOT " from this program's folder")
+        "Install root; by default $VORLAN_ROOT, or else " DOCPRODUCTS_INSTALL_ROOT ", from this program's folder")
         ->check(notEmpty);
     add("--support-package-root", options.supportPackageRoot, "DIR",
         "Support-package root; by default support-packages in the install root")
@@ -99,11 +99,12 @@ std::vector<std::string> candidates(const CLI::App& app, const std::string& argu
     return names;
 }
 
-// A suggestion for the first argument that wasn't understood; empty if there is none.
-std::string suggestionFor(const CLI::App& app) {
-    const std::string argument = app.remaining(true).front();
-    const std::string name = argument.substr(0, argument.find('='));
-    return suggestion(nearNames(name, candidates(app, name)));
+// What to say of the first argument that wasn't understood.
+std::string unexpected(const CLI::App& app) {
+    auto arguments = app.remaining(true);
+    std::erase(arguments, "--");
+    const std::string name = arguments.front().substr(0, arguments.front().find('='));
+    return "The argument was not expected: " + arguments.front() + suggestion(nearNames(name, candidates(app, name)));
 }
 
 // The arguments, last first, as the parser takes them. "--option=" becomes "--option" with an empty value: the parser
@@ -145,8 +146,8 @@ Options readOptions(int argc, const char* const* argv) {
     } catch (const CLI::Success& request) {
         options.command = Command::printText;
         options.text = requestedText(app, request);
-    } catch (const CLI::ExtrasError& e) {
-        refuse(e.what() + suggestionFor(app));
+    } catch (const CLI::ExtrasError&) {
+        refuse(unexpected(app));
     } catch (const CLI::ParseError& e) {
         refuse(e.what());
     }

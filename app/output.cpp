@@ -35,8 +35,9 @@ void flushOutput() {
 }
 
 bool showsColor(std::string_view when) {
-    const bool isWanted = environment("NO_COLOR").empty() && environment("TERM") != "dumb";
-    return when == "always" || (when == "auto" && isWanted && isatty(STDOUT_FILENO) != 0);
+    const std::string_view terminal = environment("TERM");
+    const bool isAble = isatty(STDOUT_FILENO) != 0 && !terminal.empty() && terminal != "dumb";
+    return when == "always" || (when == "auto" && isAble && environment("NO_COLOR").empty());
 }
 
 std::size_t terminalWidth() {

@@ -10,8 +10,8 @@ namespace app {
 void print(std::string_view text);
 void flushOutput();
 
-// True if standard output gets colour: `when` is "always", or "auto" and standard output is a terminal that isn't dumb
-// and the variable NO_COLOR is unset or empty.
+// True if standard output gets colour: `when` is "always", or "auto" and standard output is a terminal, which TERM
+// names and doesn't call dumb, and NO_COLOR is unset or empty.
 bool showsColor(std::string_view when);
 
 // The number of columns of the terminal that standard output goes to. 0 if it goes elsewhere or the number is unknown.

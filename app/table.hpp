@@ -25,9 +25,9 @@ using Write = std::function<void(std::string_view)>;
 // Writes one line per row, with aligned columns, two blanks apart and without padding at the end. Cells are written in
 // printable form.
 //
-// If the width is limited, the widest columns are narrowed until the table fits, and the cells that are wider than
-// their column are cut, with "…" at the end. Otherwise a cell wider than 60 columns of the terminal is written whole
-// but doesn't widen its column: it shifts only the rest of its own line.
+// If the width is limited, the widest columns are narrowed until the table fits or each is one wide, and the cells that
+// are wider than their column are cut, with "…" at the end. Otherwise a cell wider than 60 columns of the terminal is
+// written whole but doesn't widen its column: it shifts only the rest of its own line.
 //
 // `row(i)` returns row i, with the same number of cells for each. It is called twice per row, so that a long table is
 // never held in memory.
