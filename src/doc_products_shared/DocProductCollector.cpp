@@ -8,6 +8,7 @@
 
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "doc_products_shared/Docroot.hpp"
+#include "doc_products_shared/catalogue_keys.hpp"
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "foundation/diagnostic.hpp"
@@ -22,7 +23,7 @@ namespace {
 
 foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
 
-const std::string s_webonlyFamily = "webonlyproducts";
+const std::string s_webonlyFamily = catalogue_keys::webOnlyFamily;
 const fl::ustring s_doccenterFile = u"doccenter.properties";
 const fl::ustring s_catalogueFolder = u"docCatalog/products";
 const std::string s_propertiesSuffix = ".properties";

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "doc_products_shared/catalogue_keys.hpp"
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "foundation/diagnostic.hpp"
@@ -23,21 +24,21 @@ namespace {
 
 foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
 
-const std::string s_documentationSet = "documentation_set";
-const std::string s_productList = "product_list";
-const std::string s_format = "format";
-const std::string s_release = "release";
-const std::string s_product = "product";
-const std::string s_displayName = "display_name";
-const std::string s_helpLocation = "help_location";
-const std::string s_shortName = "short_name";
-const std::string s_baseCode = "basecode";
-const std::string s_altShortName = "alt_short_name";
-const std::string s_status = "status";
-const std::string s_productFamilyList = "product_family_list";
-const std::string s_productFamily = "product_family";
-const std::string s_family = "family";
-const std::string s_group = "group";
+const std::string s_documentationSet = catalogue_keys::documentationSet;
+const std::string s_productList = catalogue_keys::productList;
+const std::string s_format = catalogue_keys::format;
+const std::string s_release = catalogue_keys::release;
+const std::string s_product = catalogue_keys::product;
+const std::string s_displayName = catalogue_keys::displayName;
+const std::string s_helpLocation = catalogue_keys::helpLocation;
+const std::string s_shortName = catalogue_keys::shortName;
+const std::string s_baseCode = catalogue_keys::baseCode;
+const std::string s_altShortName = catalogue_keys::altShortName;
+const std::string s_status = catalogue_keys::status;
+const std::string s_productFamilyList = catalogue_keys::productFamilyList;
+const std::string s_productFamily = catalogue_keys::productFamily;
+const std::string s_family = catalogue_keys::family;
+const std::string s_group = catalogue_keys::group;
 const std::string s_absent;  // the value of an absent optional key
 
 // Looking up a key throws on anything but an object, so a chain of look-ups checks every level.
