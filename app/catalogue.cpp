@@ -84,16 +84,6 @@ std::string docsetFileIn(const upath& root) {
     return to_string(root / u"docset.json");
 }
 
-[[noreturn]] void reportMissing(const Options& options) {
-    auto& roots = Docroot::getInstance();
-    std::string message = "There is no catalogue. Looked at:\n";
-    writeTable([&](std::string_view text) { message += text; }, {},
-               {{{"preferred file", options.catalogue ? *options.catalogue : "(none named by --catalogue)"}},
-                {{"in the documentation root", docsetFileIn(roots.getDocroot())}},
-                {{"in the data root", docsetFileIn(roots.getDocDataRoot())}}});
-    throw Failure(ExitStatus::nothingFound, message);
-}
-
 upath preferredFile(const Options& options) {
     return upath(fl::i18n::to_ustring(options.catalogue.value_or("")));
 }
@@ -103,6 +93,24 @@ std::string catalogueFile(const DocProductCollector& collector, const Options& o
 }
 
 }  // namespace
+
+std::array<CataloguePlace, 3> cataloguePlaces(const Options& options) {
+    auto& roots = Docroot::getInstance();
+    return {CataloguePlace{"preferred file", options.catalogue.value_or("")},
+            {"in the documentation root", docsetFileIn(roots.getDocroot())},
+            {"in the data root", docsetFileIn(roots.getDocDataRoot())}};
+}
+
+void reportMissing(const Options& options) {
+    const auto places = cataloguePlaces(options);
+    std::string message = "There is no catalogue. Looked at:\n";
+    writeTable([&](std::string_view text) { message += text; }, {}, places.size(),
+               [&](std::size_t i) {
+                   const std::string_view file = places[i].file;
+                   return Row{{places[i].name, file.empty() ? "(none named by --catalogue)" : file}};
+               });
+    throw Failure(ExitStatus::nothingFound, message);
+}
 
 std::shared_ptr<DocProductCollector> openCatalogue(const Options& options) {
     const auto& manager = DocProductCacheManager::getInstance();

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "doc_products_shared/DocProductCollector.hpp"
@@ -8,6 +10,18 @@
 namespace app {
 
 struct Options;
+
+// A place that is looked at for the catalogue, and the file there, which is empty if the place has none.
+struct CataloguePlace {
+    const char* name;
+    std::string file;
+};
+
+// The three places, in the order in which the library looks at them.
+std::array<CataloguePlace, 3> cataloguePlaces(const Options& options);
+
+// Throws the Failure for a catalogue that is at none of the places.
+[[noreturn]] void reportMissing(const Options& options);
 
 // The collector of the catalogue in force: the file of --catalogue, or else docset.json in a root. Throws Failure if
 // there is no catalogue, or if it is malformed or can't be read. The library's report on a malformed catalogue goes to

@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <system_error>
 #include <utility>
 
 #include "Failure.hpp"
@@ -11,6 +9,7 @@
 #include "fl/filesystem.hpp"
 #include "fl/i18n.hpp"
 #include "log_sink.hpp"
+#include "obstacle.hpp"
 #include "options.hpp"
 #include "terminal_text.hpp"
 #include "vorlan/host.hpp"
@@ -21,20 +20,6 @@ namespace app {
 namespace {
 
 namespace setting_names = docroot_cache::setting_names;
-
-// Why the file can't be read; empty if it can, or if there is none.
-std::string obstacle(const std::string& path) {
-    std::error_code error;
-    const auto type = std::filesystem::status(path, error).type();
-    if (type == std::filesystem::file_type::regular) {
-        return std::ifstream(path) ? "" : "permission denied";
-    }
-    if (type == std::filesystem::file_type::none) {
-        return error == std::errc::permission_denied ? "permission denied" : "";
-    }
-    const bool isThere = type != std::filesystem::file_type::not_found;
-    return type == std::filesystem::file_type::directory ? "is a folder" : isThere ? "is not a regular file" : "";
-}
 
 void refuseUnreadable(const std::string& path) {
     if (const std::string reason = obstacle(path); !reason.empty()) {

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "Failure.hpp"
+#include "check/check.hpp"
 #include "commands.hpp"
 #include "host.hpp"
 #include "options.hpp"
@@ -24,6 +25,8 @@ ExitStatus run(const app::Options& options) {
             return app::listProducts(options);
         case Command::findProduct:
             return app::findProduct(options);
+        case Command::checkCatalogues:
+            return app::checkCatalogues(options);
         case Command::printText:
             break;
     }

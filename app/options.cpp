@@ -1,6 +1,7 @@
 #include "options.hpp"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <utility>
@@ -65,6 +66,52 @@ CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const ch
     return subcommand;
 }
 
+std::vector<std::string> codeNames() {
+    std::vector<std::string> names(check::codes.size());
+    std::transform(check::codes.begin(), check::codes.end(), names.begin(),
+                   [](const check::Code& code) { return code.name; });
+    return names;
+}
+
+// An error can't be ignored: the library refuses the catalogue.
+std::string notAnError(const std::string& name) {
+    return check::findCode(name)->severity == check::Severity::error ? name + " is an error, which can't be ignored"
+                                                                     : "";
+}
+
+void addCheck(CLI::App& app, Options& options) {
+    CheckOptions& check = options.check;
+    CLI::App& command =
+        addCommand(app, options, "check", "Print what is wrong with catalogues", Command::checkCatalogues);
+    const CLI::Validator isCode = CLI::IsMember(codeNames()).description("");
+    command.add_option("FILE", check.files, "Catalogues, - for standard input; by default the one in force")
+        ->type_name("");
+    command.add_flag("--strict", check.isStrict, "Fail after warnings too");
+    command.add_flag("--no-files", check.noFiles, "Don't look for the products' files");
+    command.add_option("--ignore", check.policy.ignored, "Don't report a warning or an info; may be repeated")
+        ->type_name("CODE")
+        ->allow_extra_args(false)
+        ->check(isCode)
+        ->check(notAnError);
+    command.add_option("--error", check.policy.errors, "Report as an error; may be repeated")
+        ->type_name("CODE")
+        ->allow_extra_args(false)
+        ->check(isCode);
+    command.add_option("--max", check.policy.most, "Report at most so many problems; 0: all")
+        ->type_name("N")
+        ->take_last()
+        ->capture_default_str();
+    command.add_option("--format", check.format, "Form of the report")
+        ->type_name("FORM")
+        ->take_last()
+        ->capture_default_str()
+        ->check(CLI::IsMember({"text", "json", "sarif"}));
+    command.add_option("--explain", check.explainedCode, "Print what a code means and how to mend it")
+        ->type_name("CODE")
+        ->take_last()
+        ->check(isCode);
+}
+
 void addCommands(CLI::App& app, Options& options) {
     addCommand(app, options, "roots", "Print the documentation root and the data root", Command::showRoots);
     addCommand(app, options, "list", "Print the installed products", Command::listProducts)
@@ -74,6 +121,7 @@ void addCommands(CLI::App& app, Options& options) {
                     "Base code, short name, help location, alternative short name or display name")
         ->type_name("")
         ->required();
+    addCheck(app, options);
 }
 
 // The text of --help or --version.
@@ -152,7 +200,7 @@ Options readOptions(int argc, const char* const* argv) {
         refuse(e.what());
     }
     if (options.command == Command::printText && options.text.empty()) {
-        refuse("One of the commands roots, list and find is required");
+        refuse("One of the commands roots, list, find and check is required");
     }
     return options;
 }

@@ -2,6 +2,9 @@
 
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "check/Problems.hpp"
 
 namespace app {
 
@@ -10,6 +13,17 @@ enum class Command {
     showRoots,
     listProducts,
     findProduct,
+    checkCatalogues,
+};
+
+// What the command check is asked for.
+struct CheckOptions {
+    std::vector<std::string> files;  // none: the catalogue in force
+    bool isStrict = false;
+    bool noFiles = false;
+    check::Policy policy;
+    std::string format = "text";  // or "json", "sarif"
+    std::string explainedCode;    // if not empty, only explains it
 };
 
 // What the command line asks for. Paths and names are bytes, as typed. Options without a value weren't given.
@@ -25,6 +39,7 @@ struct Options {
     std::string text;  // printText: the text
     bool all = false;  // listProducts: the whole catalogue
     std::string name;  // findProduct: the product's name
+    CheckOptions check;
 };
 
 // Reads the command line. Throws Failure on wrong usage.

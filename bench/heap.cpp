@@ -4,6 +4,9 @@
 #include <cstdlib>
 #include <new>
 
+#include "check/examine.hpp"
+#include "doc_products_shared/DocSetJsonParser.hpp"
+#include "fl/i18n.hpp"
 #include "json/parse.hpp"
 #include "support.hpp"
 
@@ -55,10 +58,31 @@ void measure(benchmark::State& state, const std::string& path) {
     }
 }
 
+// "peak_bytes" is the maximum in use while `examine` works on the file.
+template <class Examine>
+void measurePeak(benchmark::State& state, Examine examine) {
+    for (auto _ : state) {
+        const std::size_t before = s_peak = s_inUse;
+        examine();
+        state.counters["peak_bytes"] = static_cast<double>(s_peak - before);
+    }
+}
+
+void check(benchmark::State& state, const std::string& path) {
+    const app::check::Policy policy;
+    measurePeak(state, [&] { app::check::examine(path, bench::readText(path), "", policy); });
+}
+
+void parseFile(benchmark::State& state, const std::string& path) {
+    measurePeak(state, [&] { doc_products_shared::DocSetJsonParser().parse(fl::i18n::to_ustring(path)); });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     return bench::run(argc, argv, [](const bench::Arguments& arguments) {
         benchmark::RegisterBenchmark("heap", measure, arguments.at(0))->Iterations(1);
+        benchmark::RegisterBenchmark("check", check, arguments.at(0))->Iterations(1);
+        benchmark::RegisterBenchmark("parseFile", parseFile, arguments.at(0))->Iterations(1);
     });
 }

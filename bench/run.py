@@ -130,11 +130,25 @@ def shape(name, text, target):
 
 
 def heap_group(count, in_brief=True):
-    run = Run("heap", (TEXTS / f"products-{count}.json",))
+    run = Run("heap", (TEXTS / f"products-{count}.json",), "heap")
     name = f"heap at the peak, {count:,} products"
     figure = Figure(name, Reading(run, "peak_bytes"), "text and a copy of the tree", Reading(run, "kept_bytes"),
                     at_most(1.1))
     return Group(name, [figure], in_brief)
+
+
+def check_group(count, times, in_brief=True):
+    """The command's check, without looking for files, against the library's reader."""
+    def reading(program, benchmark, *field):
+        return Reading(Run(program, (TEXTS / f"products-{count}.json",), benchmark), *field)
+
+    name = f"check, {count:,} products"
+    against = "DocSetJsonParser::parse"
+    return Group(name, [
+        Figure(name, reading("check", "check"), against, reading("check", "parse"), at_most(times)),
+        Figure(f"{name}: heap at the peak", reading("heap", "check", "peak_bytes"), against,
+               reading("heap", "parseFile", "peak_bytes"), at_most(2)),
+    ], in_brief)
 
 
 def library_group(name, benchmark, against, theirs, times):
@@ -195,6 +209,8 @@ GROUPS = [
     library_group("warm getDocroot", "getDocroot", "lock and copy of a path", on_installation("copyPath"), 1.3),
     statement_group("diagnostic, level off", "diagnosticOff", "empty loop", "emptyLoop", 1),
     statement_group("trace scope, level off", "traceOff", "std::uncaught_exceptions", "uncaughtExceptions", 3),
+    check_group(5000, times=4),
+    check_group(100_000, times=5, in_brief=False),
     list_group(100, against_empty=(at_most(2), at_most_more(5, "ms", 1e6))),
     list_group(5000),
     list_group(100_000, in_brief=False),
@@ -217,7 +233,7 @@ def is_left_out(reading):
 
 def report_of(run, min_time):
     """Google Benchmark's report on one run. Exits if the run fails."""
-    selected = f"^{run.benchmark}$" if run.benchmark else "."
+    selected = f"^{run.benchmark}(/iterations:1)?$" if run.benchmark else "."
     command = [program_path(run.program), *run.arguments, f"--benchmark_filter={selected}",
                "--benchmark_format=json", f"--benchmark_min_time={min_time}"]
     done = subprocess.run(command, capture_output=True, text=True)

@@ -4,6 +4,9 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "check/examine.hpp"
+#include "check/report_json.hpp"
+#include "check/report_text.hpp"
 #include "doc_products_shared/DocProductCollector.hpp"
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "fuzz/Host.hpp"
@@ -111,11 +114,30 @@ void examineProducts(const DocumentationSet& set, DocProductCollector& collector
 
 }  // namespace
 
+// The command's check reports an error exactly for what the library refuses. Its places lie within the text, and its
+// forms can be shown and sent anywhere.
+void examineCheck(const std::string& text, bool isRefused) {
+    const app::check::Policy policy;
+    std::vector<app::check::Report> reports;
+    reports.push_back(app::check::examine("f", text, "", policy));
+    const auto& problems = reports.front().problems;
+    check((problems.count(app::check::Severity::error) > 0) == isRefused, "an error means that the library refuses");
+    for (const auto& [offset, problem] : problems.kept()) {
+        check(offset == problem.place.offset && offset + problem.place.length <= text.size(), "places lie in the text");
+    }
+    app::check::writeText(
+        [](std::string_view part) { check(part.find('\x1B') == part.npos, "the report is printable"); },
+        reports.front(), false);
+    check(!app::check::jsonOf(reports).dump().empty() && !app::check::sarifOf(reports).dump().empty(),
+          "JSON is written");
+}
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Scene s_scene;
     s_scene.write("vorlan/help/docset.json", {data, data + size});
     const auto set = s_scene.attempt([](const fl::ustring& path) { return DocSetJsonParser().parse(path); });
     auto collector = s_scene.attempt([](const auto& path) { return DocProductCollector(fl::filesystem::upath(path)); });
+    examineCheck({data, data + size}, !set.has_value());
     check(set.has_value() == collector.has_value(), "a catalogue is refused everywhere or nowhere");
     if (set && collector) {
         examineProducts(*set, *collector, s_scene.root);

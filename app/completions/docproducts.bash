@@ -11,7 +11,8 @@ _docproducts() {
         case $option,$word in
             ,--) return ;;
             ,--log | ,--color | ,--catalogue | ,--*-root) option=$word ;;
-            ,roots | ,list | ,find) command=${command:-$word} ;;
+            ,--ignore | ,--error | ,--max | ,--format | ,--explain) option=$word ;;
+            ,roots | ,list | ,find | ,check) command=${command:-$word} ;;
             --*,=) ;;  # "--log=note" is three words
             *) option='' ;;
         esac
@@ -20,12 +21,18 @@ _docproducts() {
     case $option,$command,$word in
         --log,*) _docproducts_reply -W 'off error note detail trace' ;;
         --color,*) _docproducts_reply -W 'auto always never' ;;
+        --format,*) _docproducts_reply -W 'text json sarif' ;;
+        --ignore,* | --error,* | --max,* | --explain,*) ;;
         --catalogue,*) compopt -o filenames && _docproducts_reply -f ;;
         --*) compopt -o filenames && _docproducts_reply -d ;;
         ,,-*) _docproducts_reply -W "$options --version" ;;
         ,list,-*) _docproducts_reply -W "$options --all" ;;
+        ,check,-*)
+            _docproducts_reply -W "$options --strict --no-files --ignore --error --max --format --explain"
+            ;;
+        ,check,*) compopt -o filenames && _docproducts_reply -f ;;
         ,*,-*) _docproducts_reply -W "$options" ;;
-        ,,*) _docproducts_reply -W 'roots list find' ;;
+        ,,*) _docproducts_reply -W 'roots list find check' ;;
     esac
 }
 

@@ -60,7 +60,7 @@ TEST_F(Command, DoesWhatItsOptionsSay) {
     expect({
         {"roots", noRoots(home + "/help", home + "/help")},
         {"-V", "docproducts " VERSION "\n"},
-        {names, "-h,--help -V,--version " + options + "roots list find " + statuses},
+        {names, "-h,--help -V,--version " + options + "roots list find check " + statuses},
         {"list " + names, "-h,--help " + options + "--all " + statuses},
         {"find " + names, "NAME -h,--help " + options + statuses},
         {"-V > $T/all; VORLAN_ROOT=vorlan " COMMAND " roots", roots("vorlan/help", "vorlan/help")},
@@ -137,6 +137,37 @@ TEST_F(Command, ColorsAndFitsOnATerminal) {
     });
 }
 
+TEST_F(Command, ChecksCatalogues) {
+    m_host.write("w.json", R"({"documentation_set": {"format": "", "format": 1, "release": "", "product_list": []}})");
+    m_host.write("e.json", "{}");
+    std::filesystem::copy(m_host.folder() / "w.json", m_host.folder() / "docset.json");
+    const std::string clean = ": 0 errors, 0 warnings, 0 infos in 0 products (files not looked for)\n";
+    const std::string shadowed = "vorlan/help/docset.json isn't read, because this catalogue is [shadowed-catalogue]\n";
+    expect({
+        {"check --install-root vorlan | tail -n 1",
+         "vorlan/help/docset.json: 0 errors, 0 warnings, 4 infos in 15 products\n"},
+        {"check $T/w.json > $T/all", ""},
+        {"check --strict $T/w.json > $T/all", "[3]\n"},
+        {"check --error duplicate-key $T/w.json > $T/all", "[3]\n"},
+        {"check --strict --ignore duplicate-key $T/w.json", "$T/w.json" + clean},
+        {"check --ignore missing-key",
+         "2| --ignore: missing-key is an error, which can't be ignored\n"
+         "2| Run docproducts --help for more information.\n[2]\n"},
+        {"check --max 1 --ignore duplicate-key none $T/e.json - < $T/w.json",
+         "$T/e.json:1:1: error: the document has no \"documentation_set\" [missing-key]\n    1 | {}\n      | ^\n"
+         "$T/e.json: 1 error, 0 warnings, 0 infos in 0 products (files not looked for)\n-" +
+             clean + "2| Can't read none: does not exist\n[3]\n"},
+        {"check --doc-root $T --install-root vorlan | head -n 1", "$T/docset.json:1:1: info: " + shadowed},
+        {"check --install-root none vorlan/help/docset.json --no-files | tail -n 1",
+         "vorlan/help/docset.json: 0 errors, 0 warnings, 2 infos in 15 products (files not looked for)\n"},
+        {"check --max 1 --format json $T/w.json | python3 -m json.tool | head -n 3",
+         "{\n    \"schema_version\": 1,\n    \"command\": \"check\",\n"},
+        {"check --explain near-key | head -n 1",
+         "near-key: warning, a key that isn't read but is much like one that is\n"},
+        {"check --install-root none 2> $T/all", "[4]\n"},
+    });
+}
+
 // A cell wider than 60 columns doesn't widen its column. A list needs at most twice the memory of a look-up.
 TEST_F(Command, ListsLongCells) {
     std::vector<support::Product> products(1000, {"", "none", "", "", "", ""});
@@ -186,7 +217,7 @@ TEST_F(Command, FailsWithAStatusAndAReason) {
     const std::string unknown = "2| No product has the name \"";
     const std::string full = "2| Can't write to standard output: No space left on device\n[1]\n";
     expect({
-        {"", "2| One of the commands roots, list and find is required" + hint},
+        {"", "2| One of the commands roots, list, find and check is required" + hint},
         {"lits", "2| The argument was not expected: lits (did you mean \"list\"?)" + hint},
         {"list --catalog=odd",
          "2| The argument was not expected: --catalog=odd (did you mean \"--catalogue\"?)" + hint},

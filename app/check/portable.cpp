@@ -1,0 +1,129 @@
+#include "check/portable.hpp"
+
+#include <fmt/format.h>
+
+#include <boost/locale/utf.hpp>
+#include <charconv>
+#include <string>
+#include <system_error>
+
+#include "check/Problems.hpp"
+
+namespace app::check {
+
+namespace {
+
+// Goes through strings and what is between them. There is no need to know more of the structure.
+class Scan {
+public:
+    Scan(std::string_view text, Problems& problems) : m_text(text), m_problems(problems) {}
+
+    void run() {
+        while (m_offset < m_text.size()) {
+            m_isInString ? readInString() : readOutside();
+        }
+    }
+
+private:
+    void report(const Code& code, std::size_t length, std::string message) {
+        m_problems.add({&code, {m_offset, length}, std::move(message), {}});
+    }
+    void readInString();
+    void readOutside();
+    void readNumber();
+    void readEscape();
+    void readCharacter();
+
+    std::string_view m_text;
+    Problems& m_problems;
+    std::size_t m_offset = 0;
+    bool m_isInString = false;
+};
+
+bool isControl(char byte) {
+    return static_cast<unsigned char>(byte) < 0x20;
+}
+
+bool isNumeric(char byte) {
+    return (byte >= '0' && byte <= '9') || byte == '-';
+}
+
+void Scan::readInString() {
+    const char byte = m_text[m_offset];
+    if (byte == '\\') {
+        readEscape();
+    } else if (isControl(byte)) {
+        report(code("control-character"), 1, fmt::format("a control character: write it as \\u{:04x}", byte));
+        ++m_offset;
+    } else {
+        m_isInString = byte != '"';
+        readCharacter();
+    }
+}
+
+void Scan::readOutside() {
+    const char byte = m_text[m_offset];
+    if (byte == '\f' || byte == '\v') {
+        report(code("not-rfc8259"), 1, "form feed and vertical tab are no white space in JSON");
+    }
+    if (isNumeric(byte)) {
+        readNumber();
+    } else {
+        m_isInString = byte == '"';
+        ++m_offset;
+    }
+}
+
+void Scan::readNumber() {
+    const std::size_t end = std::min(m_text.find_first_not_of("0123456789+-.eE", m_offset), m_text.size());
+    const std::string_view number = m_text.substr(m_offset, end - m_offset);
+    const std::string_view digits = number.substr(number.front() == '-' ? 1 : 0);
+    if (digits.size() > 1 && digits[0] == '0' && digits[1] >= '0' && digits[1] <= '9') {
+        report(code("not-rfc8259"), number.size(), "a number with leading zeros");
+    }
+    double value = 0;
+    if (std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc::result_out_of_range) {
+        report(code("number-range"), number.size(), "a number that no double holds");
+    }
+    m_offset = end;
+}
+
+// The unit of the \u escape at the offset; 0 if there is none.
+unsigned unitAt(std::string_view text, std::size_t offset) {
+    unsigned unit = 0;
+    if (text.substr(std::min(offset, text.size()), 2) == "\\u" && text.size() >= offset + 6) {
+        std::from_chars(&text[offset + 2], &text[offset + 2] + 4, unit, 16);
+    }
+    return unit;
+}
+
+void Scan::readEscape() {
+    const unsigned unit = unitAt(m_text, m_offset);
+    const bool isHigh = unit >= 0xD800 && unit <= 0xDBFF;
+    const unsigned second = isHigh ? unitAt(m_text, m_offset + 6) : 0;
+    const bool isPair = second >= 0xDC00 && second <= 0xDFFF;
+    if ((unit >= 0xD800 && unit <= 0xDFFF) && !isPair) {
+        report(code("replaced-surrogate"), 6, "half of a surrogate pair, which becomes U+FFFD");
+    }
+    m_offset += unit == 0 ? 2 : isPair ? 12 : 6;
+}
+
+void Scan::readCharacter() {
+    namespace utf = boost::locale::utf;
+    const char* const begin = m_text.data() + m_offset;
+    const char* end = begin;
+    const auto point = utf::utf_traits<char>::decode(end, m_text.data() + m_text.size());
+    if (point == utf::illegal || point == utf::incomplete) {
+        report(code("invalid-utf8"), 1, "a byte that isn't part of UTF-8");
+        end = begin + 1;
+    }
+    m_offset += static_cast<std::size_t>(end - begin);
+}
+
+}  // namespace
+
+void checkPortable(std::string_view text, Problems& problems) {
+    Scan(text, problems).run();
+}
+
+}  // namespace app::check

@@ -1,0 +1,167 @@
+#include "check/report_json.hpp"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+#include <map>
+#include <string>
+
+#include "doc_products_shared/version.hpp"
+
+namespace app::check {
+
+namespace {
+
+using Located = std::map<std::size_t, LineColumn>;
+
+std::string nameOf(Severity severity) {
+    return severityNames.at(static_cast<std::size_t>(severity));
+}
+
+void setPlace(Json& object, const Place& place, const Located& located) {
+    const LineColumn& begin = located.at(place.offset);
+    const LineColumn& end = located.at(place.offset + place.length);
+    object.update({{"line", begin.line},
+                   {"column", begin.column},
+                   {"end_line", end.line},
+                   {"end_column", end.column},
+                   {"offset", place.offset},
+                   {"length", place.length}});
+}
+
+Json relatedOf(const Related& related, const Located& located) {
+    Json object;
+    setText(object, "message", related.message);
+    setPlace(object, related.place, located);
+    return object;
+}
+
+Json problemOf(const Problem& problem, const Report& report, const Located& located) {
+    Json object = {{"severity", nameOf(report.problems.severityOf(*problem.code))}, {"code", problem.code->name}};
+    setText(object, "message", problem.message);
+    setText(object, "pointer", problem.pointer);
+    setPlace(object, problem.place, located);
+    object["related"] = Json::array();
+    for (const Related& related : problem.related) {
+        object["related"].push_back(relatedOf(related, located));
+    }
+    object["looked_at"] = Json::array();
+    for (const std::string& path : problem.lookedAt) {
+        Json place;
+        setText(place, "path", path);
+        object["looked_at"].push_back(place);
+    }
+    return object;
+}
+
+Json fileOf(const Report& report) {
+    const Located located = locate(report.text, offsetsOf(report.problems));
+    Json object;
+    setText(object, "file", report.file);
+    object["data_root"] = nullptr;
+    if (!report.dataRoot.empty()) {
+        setText(object, "data_root", report.dataRoot);
+    }
+    object["products"] = report.products;
+    for (const Severity severity : {Severity::error, Severity::warning, Severity::info}) {
+        object["counts"][nameOf(severity)] = report.problems.count(severity);
+    }
+    object["problems"] = Json::array();
+    for (const auto& [offset, problem] : report.problems.kept()) {
+        object["problems"].push_back(problemOf(problem, report, located));
+    }
+    return object;
+}
+
+// SARIF calls an info a note.
+std::string levelOf(Severity severity) {
+    return severity == Severity::info ? "note" : nameOf(severity);
+}
+
+Json ruleOf(const Code& code) {
+    return {{"id", code.name},
+            {"shortDescription", {{"text", code.summary}}},
+            {"fullDescription", {{"text", code.explanation}}},
+            {"defaultConfiguration", {{"level", levelOf(code.severity)}}}};
+}
+
+// A relative reference or a file URI: bytes that a URI can't hold are escaped.
+std::string uriOf(const std::string& file) {
+    constexpr std::string_view s_plain = "-._~/!$&'()*+,;=@";
+    std::string uri;
+    for (const char byte : file) {
+        const bool isPlain = std::isalnum(static_cast<unsigned char>(byte)) != 0 || s_plain.find(byte) != s_plain.npos;
+        uri += isPlain ? std::string(1, byte) : fmt::format("%{:02X}", static_cast<unsigned char>(byte));
+    }
+    return uri.starts_with('/') ? "file://" + uri : uri;
+}
+
+Json locationOf(const Report& report, const Place& place, const Located& located) {
+    const LineColumn& begin = located.at(place.offset);
+    const LineColumn& end = located.at(place.offset + place.length);
+    return {{"physicalLocation",
+             {{"artifactLocation", {{"uri", uriOf(report.file)}}},
+              {"region",
+               {{"startLine", begin.line},
+                {"startColumn", begin.column},
+                {"endLine", end.line},
+                {"endColumn", end.column},
+                {"byteOffset", place.offset},
+                {"byteLength", place.length}}}}}};
+}
+
+Json messageOf(const std::string& text) {
+    Json message;
+    setText(message, "text", text);
+    message.erase("lossy");
+    return message;
+}
+
+Json resultOf(const Problem& problem, const Report& report, const Located& located) {
+    Json location = locationOf(report, problem.place, located);
+    location["logicalLocations"] =
+        Json::array({Json::object({{"fullyQualifiedName", messageOf(problem.pointer)["text"]}})});
+    Json result = {{"ruleId", problem.code->name},
+                   {"level", levelOf(report.problems.severityOf(*problem.code))},
+                   {"message", messageOf(problem.message)},
+                   {"locations", Json::array({location})}};
+    for (const Related& related : problem.related) {
+        Json place = locationOf(report, related.place, located);
+        place["message"] = messageOf(related.message);
+        result["relatedLocations"].push_back(place);
+    }
+    return result;
+}
+
+}  // namespace
+
+Json jsonOf(const std::vector<Report>& reports) {
+    Json files = Json::array();
+    for (const Report& report : reports) {
+        files.push_back(fileOf(report));
+    }
+    const bool isGood = std::all_of(reports.begin(), reports.end(),
+                                    [](const Report& report) { return report.problems.count(Severity::error) == 0; });
+    return {{"schema_version", answerVersion}, {"command", "check"}, {"ok", isGood}, {"files", files}};
+}
+
+Json sarifOf(const std::vector<Report>& reports) {
+    Json results = Json::array();
+    for (const Report& report : reports) {
+        const Located located = locate(report.text, offsetsOf(report.problems));
+        for (const auto& [offset, problem] : report.problems.kept()) {
+            results.push_back(resultOf(problem, report, located));
+        }
+    }
+    Json rules = Json::array();
+    std::transform(codes.begin(), codes.end(), std::back_inserter(rules), ruleOf);
+    const Json driver = {{"name", "docproducts"}, {"version", DOCPRODUCTS_VERSION}, {"rules", rules}};
+    const Json run = {{"tool", {{"driver", driver}}}, {"columnKind", "unicodeCodePoints"}, {"results", results}};
+    return {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
+            {"version", "2.1.0"},
+            {"runs", Json::array({run})}};
+}
+
+}  // namespace app::check
