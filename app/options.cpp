@@ -97,7 +97,7 @@ void addCheck(CLI::App& app, Options& options) {
         ->type_name("CODE")
         ->allow_extra_args(false)
         ->check(isCode);
-    command.add_option("--max", check.policy.most, "Report at most so many problems; 0: all")
+    command.add_option("--max", check.policy.most, "Report the first N problems of a file; 0: all")
         ->type_name("N")
         ->take_last()
         ->capture_default_str();

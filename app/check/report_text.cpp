@@ -70,27 +70,31 @@ bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-// The nearest start of a character at or before the offset.
-std::size_t alignedTo(std::string_view line, std::size_t offset) {
-    while (offset > 0 && offset < line.size() && isContinuation(line[offset])) {
-        --offset;
+// The part of a line that is shown around the offset: whole characters, at most s_reach bytes before it and about as
+// many after it. Looks no further, because a line may hold the whole catalogue.
+Place shownAround(std::string_view text, std::size_t offset) {
+    std::size_t first = offset - std::min(offset, s_reach);
+    first += text.substr(first, offset - first).rfind('\n') + 1;  // npos + 1 is 0
+    while (first < offset && isContinuation(text[first])) {
+        ++first;
     }
-    return std::min(offset, line.size());
+    const std::string_view after = text.substr(offset, s_reach);
+    std::size_t last = offset + std::min(after.find('\n'), after.size());
+    while (last < text.size() && isContinuation(text[last])) {
+        ++last;
+    }
+    return {first, last - first};
 }
 
 void TextWriter::writeSource(const Place& place) const {
     const std::string_view text = m_report.text;
-    const std::size_t start = place.offset == 0 ? 0 : text.rfind('\n', place.offset - 1) + 1;  // npos + 1 is 0
-    const std::string_view line = text.substr(start, std::min(text.find('\n', place.offset), text.size()) - start);
-    const std::size_t begin = place.offset - start;
-    const std::size_t end = std::min(begin + place.length, line.size());
-    const std::size_t first = alignedTo(line, begin - std::min(begin, s_reach));
-    const std::size_t last = alignedTo(line, std::min(line.size(), begin + s_reach));
-    const std::string before = shown(line.substr(first, begin - first));
-    const std::size_t width = displayWidth(shown(line.substr(begin, std::min(end, last) - begin)));
+    const Place around = shownAround(text, place.offset);
+    const std::size_t left = place.offset - around.offset;
+    const std::string_view line = text.substr(around.offset, around.length);
+    const std::size_t width = displayWidth(shown(line.substr(left, place.length)));
     const std::string number = fmt::format("{:5} | ", m_located.at(place.offset).line);
-    m_write(number + shown(line.substr(first, last - first)) + '\n');
-    m_write(std::string(number.size() - 2, ' ') + "| " + std::string(displayWidth(before), ' ') +
+    m_write(number + shown(line) + '\n');
+    m_write(std::string(number.size() - 2, ' ') + "| " + std::string(displayWidth(shown(line.substr(0, left))), ' ') +
             colored(s_green, '^' + std::string(std::max<std::size_t>(width, 1) - 1, '~')) + '\n');
 }
 

@@ -24,6 +24,6 @@ complete -c docproducts -n $checks -l strict -d 'Fail after warnings too'
 complete -c docproducts -n $checks -l no-files -d "Don't look for the products' files"
 complete -c docproducts -n $checks -l ignore -x -d "Don't report a warning or an info"
 complete -c docproducts -n $checks -l error -x -d 'Report as an error'
-complete -c docproducts -n $checks -l max -x -d 'Report at most so many problems'
+complete -c docproducts -n $checks -l max -x -d 'Report the first problems only'
 complete -c docproducts -n $checks -l format -x -a 'text json sarif' -d 'Form of the report'
 complete -c docproducts -n $checks -l explain -x -d 'Print what a code means'
