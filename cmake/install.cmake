@@ -1,6 +1,6 @@
 # What `cmake --install` puts where: the libraries with the CMake package and the pkg-config file, and the command with
-# its man page and completions. Headers lie below include/docproducts, which is on the include path; so they are
-# included as they are here.
+# its man page, its completions and the schema of catalogues. Headers lie below include/docproducts, which is on the
+# include path; so they are included as they are here.
 include(CMakePackageConfigHelpers)
 
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/docproducts)
@@ -54,4 +54,6 @@ if(TARGET docproducts_command)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
     install(FILES ${completions}/docproducts.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
+    install(FILES share/docset.schema.json
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/docproducts COMPONENT tool)
 endif()
