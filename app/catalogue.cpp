@@ -12,9 +12,12 @@
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "doc_products_shared/Docroot.hpp"
 #include "fl/i18n.hpp"
+#include "host.hpp"
+#include "near_names.hpp"
 #include "options.hpp"
 #include "table.hpp"
 #include "terminal_text.hpp"
+#include "text.hpp"
 
 namespace app {
 
@@ -24,6 +27,8 @@ using doc_products_shared::Docroot;
 using fl::filesystem::upath;
 
 namespace {
+
+constexpr std::size_t s_proofsPerProduct = 2;
 
 // True for the line of a reader's message that holds the caret: blanks and a final "^".
 bool isCaret(std::string_view line) {
@@ -76,7 +81,8 @@ auto readCatalogue(Read read) {
         if (!std::string_view(e.what()).starts_with("Error while parsing ")) {
             throw;
         }
-        throw Failure(ExitStatus::malformedCatalogue, printable(e.what()) + '\n');
+        throw Failure(ExitStatus::malformedCatalogue,
+                      printable(e.what()) + "\nThe command check says everything that is wrong with it.\n");
     }
 }
 
@@ -88,8 +94,14 @@ upath preferredFile(const Options& options) {
     return upath(fl::i18n::to_ustring(options.catalogue.value_or("")));
 }
 
-std::string catalogueFile(const DocProductCollector& collector, const Options& options) {
-    return to_string(collector.findDocsetJsonFile(preferredFile(options)));
+// The files that the library looked for to prove one product: it looks for the second only if the first doesn't exist.
+std::vector<LookedAt> takeProofs(std::vector<HostCall>::iterator& next, std::vector<HostCall>::iterator end) {
+    std::vector<LookedAt> proofs;
+    while (next != end && proofs.size() < s_proofsPerProduct && (proofs.empty() || !proofs.back().exists)) {
+        proofs.push_back({std::move(next->subject), next->exists});
+        ++next;
+    }
+    return proofs;
 }
 
 }  // namespace
@@ -123,10 +135,47 @@ std::shared_ptr<DocProductCollector> openCatalogue(const Options& options) {
     return collector;
 }
 
-std::vector<doc_products_shared::TopLevelDocProductPtr> readAllProducts(const DocProductCollector& collector,
-                                                                        const Options& options) {
+std::string catalogueFile(const DocProductCollector& collector, const Options& options) {
+    return to_string(collector.findDocsetJsonFile(preferredFile(options)));
+}
+
+doc_products_shared::DocumentationSet readAllProducts(const DocProductCollector& collector, const Options& options) {
     const fl::ustring file = collector.findDocsetJsonFile(preferredFile(options)).native();
-    return readCatalogue([&] { return doc_products_shared::DocSetJsonParser().parse(file); }).getTopLevelProducts();
+    return readCatalogue([&] { return doc_products_shared::DocSetJsonParser().parse(file); });
+}
+
+doc_products_shared::DocProductPtr productNamed(const std::string& name, DocProductCollector& collector,
+                                                const Options& options) {
+    auto product = collector.getProductInfo(name);
+    if (!product) {
+        const auto set = readAllProducts(collector, options);
+        std::vector<std::string> names;
+        for (const auto& each : set.getTopLevelProducts()) {
+            for (const Name& candidate : namesOf(*each)) {
+                names.push_back(trimmed(candidate.text));
+            }
+        }
+        const std::string message = "No product has the name \"" + name + '"' + suggestion(nearNames(name, names));
+        throw Failure(ExitStatus::nothingFound, printable(message) + '\n');
+    }
+    return product;
+}
+
+std::vector<FoundProduct> lookAtProducts(DocProductCollector& collector, const Options& options) {
+    const auto set = readAllProducts(collector, options);
+    takeCalls();
+    collector.populateTopLevelDocProductList(set);
+    auto calls = takeCalls();
+    const auto installed = collector.getInstalledTopLevelDocProducts();
+    auto nextInstalled = installed->begin();
+    std::vector<FoundProduct> found;
+    found.reserve(set.getTopLevelProducts().size());
+    for (auto next = calls.begin(); const auto& product : set.getTopLevelProducts()) {
+        const bool isInstalled = nextInstalled != installed->end() && *nextInstalled == product;
+        nextInstalled += isInstalled ? 1 : 0;
+        found.push_back({product, isInstalled, takeProofs(next, calls.end())});
+    }
+    return found;
 }
 
 }  // namespace app

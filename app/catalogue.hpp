@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "doc_products_shared/DocProductCollector.hpp"
+#include "product.hpp"
 
 namespace app {
 
@@ -28,9 +29,21 @@ std::array<CataloguePlace, 3> cataloguePlaces(const Options& options);
 // standard error.
 std::shared_ptr<doc_products_shared::DocProductCollector> openCatalogue(const Options& options);
 
+// The file that the collector was built from.
+std::string catalogueFile(const doc_products_shared::DocProductCollector& collector, const Options& options);
+
 // All products of the collector's catalogue, in file order. Reads the file again, because a collector lists only the
 // installed products. Throws like openCatalogue.
-std::vector<doc_products_shared::TopLevelDocProductPtr> readAllProducts(
-    const doc_products_shared::DocProductCollector& collector, const Options& options);
+doc_products_shared::DocumentationSet readAllProducts(const doc_products_shared::DocProductCollector& collector,
+                                                      const Options& options);
+
+// The product with that name. Throws Failure if there is none; its message suggests similar names.
+doc_products_shared::DocProductPtr productNamed(const std::string& name,
+                                                doc_products_shared::DocProductCollector& collector,
+                                                const Options& options);
+
+// All products with what the library finds of each. The collector is filled anew with these very products. The options
+// must ask for an explanation.
+std::vector<FoundProduct> lookAtProducts(doc_products_shared::DocProductCollector& collector, const Options& options);
 
 }  // namespace app

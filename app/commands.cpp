@@ -3,55 +3,29 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <boost/algorithm/string/trim.hpp>
 #include <iostream>
-#include <locale>
+#include <set>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "catalogue.hpp"
 #include "doc_products_shared/Docroot.hpp"
-#include "fl/filesystem.hpp"
-#include "near_names.hpp"
+#include "fl/i18n.hpp"
 #include "options.hpp"
 #include "output.hpp"
+#include "product.hpp"
+#include "roots.hpp"
 #include "table.hpp"
-#include "terminal_text.hpp"
+#include "text.hpp"
 
 namespace app {
 
 using doc_products_shared::DocProduct;
+using doc_products_shared::DocProductCollector;
+using doc_products_shared::DocumentationSet;
 using doc_products_shared::ProductFamily;
-using doc_products_shared::TopLevelDocProductPtr;
 
 namespace {
-
-using Products = std::vector<TopLevelDocProductPtr>;
-
-auto texts(const DocProduct& product) {
-    return std::tie(product.getDisplayName(), product.getShortName(), product.getAltShortName(), product.getBaseCode(),
-                    product.getAvailability(), product.getHelpLocation());
-}
-
-bool areSameFamilies(const std::vector<ProductFamily>& left, const std::vector<ProductFamily>& right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](const ProductFamily& one, const ProductFamily& other) {
-                          return one.getFamily() == other.getFamily() && one.getGroup() == other.getGroup();
-                      });
-}
-
-// True for products that were read from the same entry, or from equal entries.
-bool isSame(const DocProduct& left, const DocProduct& right) {
-    return texts(left) == texts(right) && areSameFamilies(left.getProductFamilies(), right.getProductFamilies());
-}
-
-bool isWebOnly(const DocProduct& product) {
-    const auto& families = product.getProductFamilies();
-    return std::any_of(families.begin(), families.end(),
-                       [](const ProductFamily& family) { return family.getFamily() == "webonlyproducts"; });
-}
 
 Row productRow(const DocProduct& product) {
     return {{product.getDisplayName(), product.getShortName(), product.getBaseCode(), product.getAvailability(),
@@ -60,67 +34,74 @@ Row productRow(const DocProduct& product) {
 
 const Row s_headings = {{"Display name", "Short name", "Base code", "Status", "Location"}, Emphasis::heading};
 
-void printInstalled(const TableStyle& style, const Products& installed) {
-    writeTable(print, style, installed.size() + 1,
+TableStyle styleFor(const Options& options) {
+    return {terminalWidth(), showsColor(options.color)};
+}
+
+void printCount(std::size_t installed, std::size_t all) {
+    print(fmt::format("{} of {} products installed\n", installed, all));
+}
+
+void printInstalled(DocProductCollector& collector, const Options& options) {
+    const auto& installed = *collector.getInstalledTopLevelDocProducts();
+    const DocumentationSet all = readAllProducts(collector, options);
+    writeTable(print, styleFor(options), installed.size() + 1,
                [&](std::size_t i) { return i == 0 ? s_headings : productRow(*installed[i - 1]); });
+    printCount(installed.size(), all.getTopLevelProducts().size());
 }
 
-const char* const s_installed = "installed";
-
-// `installed` is a subsequence of `all`, and equal entries are either all installed or none, so one pass pairs them.
-std::vector<const char*> statesOf(const Products& all, const Products& installed) {
-    std::vector<const char*> states;
-    auto next = installed.begin();
-    for (const TopLevelDocProductPtr& product : all) {
-        const bool isInstalled = next != installed.end() && isSame(**next, *product);
-        next += isInstalled ? 1 : 0;
-        states.push_back(isInstalled ? s_installed : isWebOnly(*product) ? "web-only" : "not found");
-    }
-    return states;
-}
-
-Row stateRow(const DocProduct& product, const char* state) {
-    Row row = productRow(product);
-    row.cells.emplace_back(state);
-    row.emphasis = state == s_installed ? Emphasis::none : Emphasis::missing;
+Row stateRow(const FoundProduct& found, const std::string& reason) {
+    Row row = productRow(*found.product);
+    row.cells.insert(row.cells.end(), {stateOf(found), reason});
+    row.emphasis = found.isInstalled ? Emphasis::none : Emphasis::missing;
     return row;
 }
 
-void printAll(const TableStyle& style, const Products& all, const Products& installed) {
-    const auto states = statesOf(all, installed);
+void printAll(const std::vector<FoundProduct>& products, std::size_t installed, const Options& options) {
     Row headings = s_headings;
-    headings.cells.emplace_back("State");
-    writeTable(print, style, all.size() + 1,
-               [&](std::size_t i) { return i == 0 ? headings : stateRow(*all[i - 1], states[i - 1]); });
+    headings.cells.insert(headings.cells.end(), {"State", "Reason"});
+    std::vector<std::string> reasons(products.size());
+    std::transform(products.begin(), products.end(), reasons.begin(),
+                   [](const FoundProduct& found) { return found.isInstalled ? "" : reasonOf(found); });
+    TableStyle style = styleFor(options);
+    style.cutsLastFirst = true;
+    writeTable(print, style, products.size() + 1,
+               [&](std::size_t i) { return i == 0 ? headings : stateRow(products[i - 1], reasons[i - 1]); });
+    printCount(installed, products.size());
 }
 
-struct Name {
-    const char* field;
-    const std::string& text;
-};
-
-std::vector<Name> namesOf(const DocProduct& product) {
-    return {{"base code", product.getBaseCode()},
-            {"short name", product.getShortName()},
-            {"help location", product.getHelpLocation()},
-            {"alternative short name", product.getAltShortName()},
-            {"display name", product.getDisplayName()}};
+// Prints a text as it is, for scripts.
+void printRaw(const std::string& text, const Options& options) {
+    print(text);
+    print(std::string(1, options.endsWithNul ? '\0' : '\n'));
 }
 
-// Trims a name like the library, which uses the global locale. This program never replaces the classic one.
-std::string trimmed(const std::string& text) {
-    return boost::algorithm::trim_copy(text, std::locale::classic());
-}
-
-// The fields of the product that hold the name, separated by commas.
-std::string fieldsOf(const DocProduct& product, const std::string& name) {
-    std::string fields;
-    for (const Name& candidate : namesOf(product)) {
-        if (trimmed(candidate.text) == name) {
-            fields += (fields.empty() ? "" : ", ") + std::string(candidate.field);
+// Prints the base codes and short names of all products, each once.
+void printNames(const DocProductCollector& collector, const Options& options) {
+    const DocumentationSet all = readAllProducts(collector, options);
+    std::set<std::string> printed;
+    for (const auto& product : all.getTopLevelProducts()) {
+        for (const std::string* name : {&product->getBaseCode(), &product->getShortName()}) {
+            if (const auto [entry, isNew] = printed.insert(trimmed(*name)); isNew && !entry->empty()) {
+                printRaw(*entry, options);
+            }
         }
     }
-    return fields;
+}
+
+Json productsAnswer(DocProductCollector& collector, const Options& options) {
+    auto products = lookAtProducts(collector, options);
+    const std::size_t total = products.size();
+    const std::size_t installed = collector.getInstalledTopLevelDocProducts()->size();
+    if (!options.all) {
+        std::erase_if(products, [](const FoundProduct& found) { return !found.isInstalled; });
+    }
+    Json answer = answerOf("list", ExitStatus::done, {});
+    setText(answer, "catalogue", catalogueFile(collector, options));
+    answer["products"] = jsonOf(products);
+    answer["installed"] = installed;
+    answer["total"] = total;
+    return answer;
 }
 
 void printProduct(const DocProduct& product, const std::string& name) {
@@ -129,7 +110,7 @@ void printProduct(const DocProduct& product, const std::string& name) {
         families.push_back(family.getGroup().empty() ? family.getFamily()
                                                      : family.getFamily() + " (" + family.getGroup() + ")");
     }
-    const std::string fields = fieldsOf(product, name);
+    const std::string fields = fieldsOf(namesThatAre(name, product));
     std::vector<Row> rows = {
         {{"display name", product.getDisplayName()}},
         {{"short name", product.getShortName()}},
@@ -145,63 +126,76 @@ void printProduct(const DocProduct& product, const std::string& name) {
     writeTable(print, {}, rows);
 }
 
-[[noreturn]] void refuseName(const std::string& name, const Products& all) {
-    std::vector<std::string> names;
-    for (const TopLevelDocProductPtr& product : all) {
-        for (const Name& candidate : namesOf(*product)) {
-            names.push_back(trimmed(candidate.text));
-        }
-    }
-    throw Failure(ExitStatus::nothingFound,
-                  printable("No product has the name \"" + name + "\"" + suggestion(nearNames(name, names))) + "\n");
+Json productAnswer(DocProductCollector& collector, const Options& options) {
+    const auto products = lookAtProducts(collector, options);
+    const auto product = productNamed(*options.name, collector, options);
+    Json answer = answerOf("find", ExitStatus::done, {});
+    setText(answer, "catalogue", catalogueFile(collector, options));
+    setProduct(answer,
+               *std::find_if(products.begin(), products.end(), [&](auto& found) { return found.product == product; }),
+               *options.name);
+    return answer;
 }
 
-struct Root {
-    Root(const char* root, const fl::filesystem::upath& path)
-        : name(root), text(to_string(path)), exists(fl::filesystem::exists(path)) {}
+std::string folderOf(const DocProduct& product) {
+    return to_string(doc_products_shared::Docroot::getInstance().getDocDataRoot()) + '/' + product.getHelpLocation();
+}
 
-    const char* name;
-    std::string text;
-    bool exists;
-};
+void printRoots(const std::array<Root, 2>& roots, const Options& options) {
+    if (options.path) {
+        for (const Root& root : roots) {
+            printRaw(root.path, options);
+        }
+        return;
+    }
+    writeTable(print, {.hasColor = showsColor(options.color)}, roots.size(), [&](std::size_t i) {
+        return Row{{roots.at(i).name, roots.at(i).path}, roots.at(i).exists ? Emphasis::none : Emphasis::missing};
+    });
+}
+
+Json rootsAnswer(const std::array<Root, 2>& roots, ExitStatus status) {
+    Json answer = answerOf("roots", status, missingRoots(roots));
+    for (const Root& root : roots) {
+        answer[root.key] = placeOf(root.path, root.exists);
+    }
+    return answer;
+}
 
 }  // namespace
 
 ExitStatus showRoots(const Options& options) {
-    auto& docroot = doc_products_shared::Docroot::getInstance();
-    const std::array roots = {Root("documentation root", docroot.getDocroot()),
-                              Root("data root", docroot.getDocDataRoot())};
-    writeTable(print, {.hasColor = showsColor(options.color)}, roots.size(), [&](std::size_t i) {
-        return Row{{roots[i].name, roots[i].text}, roots[i].exists ? Emphasis::none : Emphasis::missing};
-    });
+    const auto roots = findRoots();
+    const std::string missing = missingRoots(roots);
+    const ExitStatus status = missing.empty() ? ExitStatus::done : ExitStatus::nothingFound;
+    options.json ? printJson(rootsAnswer(roots, status)) : printRoots(roots, options);
     flushOutput();  // before any message on standard error
-    ExitStatus status = ExitStatus::done;
-    for (const Root& root : roots) {
-        if (!root.exists) {
-            std::cerr << "The " << root.name << " " << printable(root.text) << " does not exist\n";
-            status = ExitStatus::nothingFound;
-        }
-    }
+    std::cerr << missing;
     return status;
 }
 
 ExitStatus listProducts(const Options& options) {
     const auto collector = openCatalogue(options);
-    const Products& installed = *collector->getInstalledTopLevelDocProducts();
-    const Products all = readAllProducts(*collector, options);
-    const TableStyle style = {terminalWidth(), showsColor(options.color)};
-    options.all ? printAll(style, all, installed) : printInstalled(style, installed);
-    print(fmt::format("{} of {} products installed\n", installed.size(), all.size()));
+    if (options.json) {
+        printJson(productsAnswer(*collector, options));
+    } else if (options.names) {
+        printNames(*collector, options);
+    } else if (options.all) {
+        const auto products = lookAtProducts(*collector, options);
+        printAll(products, collector->getInstalledTopLevelDocProducts()->size(), options);
+    } else {
+        printInstalled(*collector, options);
+    }
     return ExitStatus::done;
 }
 
 ExitStatus findProduct(const Options& options) {
     const auto collector = openCatalogue(options);
-    const auto product = collector->getProductInfo(options.name);
-    if (!product) {
-        refuseName(options.name, readAllProducts(*collector, options));
+    if (options.json) {
+        printJson(productAnswer(*collector, options));
+        return ExitStatus::done;
     }
-    printProduct(*product, options.name);
+    const auto product = productNamed(*options.name, *collector, options);
+    options.path ? printRaw(folderOf(*product), options) : printProduct(*product, *options.name);
     return ExitStatus::done;
 }
 

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
+#include <thread>
 #include <utility>
 
 #include "Failure.hpp"
@@ -20,6 +22,7 @@ namespace app {
 namespace {
 
 namespace setting_names = docroot_cache::setting_names;
+using fl::i18n::to_string;
 
 void refuseUnreadable(const std::string& path) {
     if (const std::string reason = obstacle(path); !reason.empty()) {
@@ -34,20 +37,85 @@ bool isNamed(const fl::ustring& path, const fl::ustring& name) {
 // Refuses a catalogue or a docroot.txt that isn't a readable regular file. The library tests whether such a file exists
 // before it reads it, and here that test throws Failure. The library itself takes an unreadable file as empty and reads
 // an endless one until memory runs out.
+//
+// Records the calls that find the roots, the catalogue and the products. While catalogues are checked, nothing is
+// written: a setting that can't be isn't a fault of theirs.
 class Services : public vorlan::Services {
 public:
-    explicit Services(fl::ustring catalogue) : m_catalogue(std::move(catalogue)) {}
+    explicit Services(const Options& options)
+        : m_catalogue(fl::i18n::to_ustring(options.catalogue.value_or(""))),
+          m_isRecording(options.explains()),
+          m_isReadOnly(options.command == Command::checkCatalogues) {}
+
+    std::vector<HostCall> takeCalls() { return std::exchange(m_calls, {}); }
+
+    // Listeners ask on another thread, which isn't recorded.
+    void record(HostCall call) {
+        if (m_isRecording && std::this_thread::get_id() == m_thread) {
+            m_calls.push_back(std::move(call));
+        }
+    }
+
+    fl::ustring getSetting(const settings::core::Settings& node, const std::string& name,
+                           const std::string& level) override {
+        fl::ustring value = m_former.getSetting(node, name, level);
+        record({HostCall::Kind::getSetting, name, to_string(value)});
+        return value;
+    }
+
+    void setSetting(const settings::core::Settings& node, const std::string& name, const fl::ustring& value,
+                    const std::string& level) override {
+        m_isReadOnly ? void() : m_former.setSetting(node, name, value, level);
+    }
+
+    fl::ustring supportPackageRoot() override {
+        fl::ustring root = m_former.supportPackageRoot();
+        record({HostCall::Kind::supportPackageRoot, {}, to_string(root)});
+        return root;
+    }
+
+    fl::ustring installRoot() override {
+        fl::ustring root = m_former.installRoot();
+        record({HostCall::Kind::installRoot, {}, to_string(root)});
+        return root;
+    }
 
     bool exists(const fl::ustring& path) override {
         if (path == m_catalogue || isNamed(path, u"docset.json") || isNamed(path, u"docroot.txt")) {
-            refuseUnreadable(fl::i18n::to_string(path));
+            refuseUnreadable(to_string(path));
         }
-        return vorlan::Services::exists(path);
+        const bool answer = m_former.exists(path);
+        if (m_isRecording) {
+            record({HostCall::Kind::exists, to_string(path), {}, answer});
+        }
+        return answer;
+    }
+
+    fl::ustring canonical(const fl::ustring& path) override {
+        fl::ustring answer = m_former.canonical(path);
+        record({HostCall::Kind::canonical, to_string(path), to_string(answer)});
+        return answer;
     }
 
 private:
     const fl::ustring m_catalogue;
+    const bool m_isRecording;
+    const bool m_isReadOnly;
+    vorlan::Services& m_former = vorlan::services();
+    const std::thread::id m_thread = std::this_thread::get_id();
+    std::vector<HostCall> m_calls;
 };
+
+// Null until the host is configured. Never destroyed, because events may be delivered until the process ends.
+Services* s_services = nullptr;
+
+// Only the log tells what a docroot.txt holds.
+void recordRedirect(const std::string& message) {
+    constexpr std::string_view s_start = "Using docroot.txt to redirect docroot to ";
+    if (message.starts_with(s_start)) {
+        s_services->record({HostCall::Kind::redirect, {}, message.substr(s_start.size())});
+    }
+}
 
 // The folder that the packager chose, from the program's own.
 std::filesystem::path defaultInstallRoot() {
@@ -79,13 +147,17 @@ void setUserSetting(const std::string& name, const std::optional<std::string>& v
 }  // namespace
 
 void configureHost(const Options& options) {
-    installLogSink(options.log);
+    installLogSink(options.log, options.explains() ? recordRedirect : ObserveMessage());
     vorlan::setInstallRoot(fl::i18n::to_ustring(installRoot(options)));
     vorlan::setSupportPackageRoot(supportPackageRoot(options));
-    // Never destroyed, because events may be delivered until the process ends.
-    vorlan::useServices(*new Services(fl::i18n::to_ustring(options.catalogue.value_or(""))));
+    s_services = new Services(options);
+    vorlan::useServices(*s_services);
     setUserSetting(setting_names::docRoot, options.docRoot);
     setUserSetting(setting_names::docDataRoot, options.docDataRoot);
+}
+
+std::vector<HostCall> takeCalls() {
+    return s_services->takeCalls();
 }
 
 }  // namespace app

@@ -68,21 +68,42 @@ std::uint32_t severityOf(const boost::log::attribute_value_set& values) {
     return static_cast<std::uint32_t>(boost::log::extract_or_default<int>("Severity", values, 0));
 }
 
+std::string textOf(const boost::log::record_view& record, const char* attribute) {
+    return boost::log::extract_or_default<std::string>(attribute, record.attribute_values(), std::string());
+}
+
 std::string lineText(const boost::log::record_view& record) {
     const auto& values = record.attribute_values();
     const auto now = fmt::gmtime(std::chrono::system_clock::now());
     const auto depth = std::max(0L, boost::log::extract_or_default<long>("Depth", values, 0L));
-    const auto channel = boost::log::extract_or_default<std::string>("Channel", values, std::string());
-    const auto message = boost::log::extract_or_default<std::string>("Message", values, std::string());
-    return fmt::format("{:%FT%T}Z  {:<6}  {}: {:{}}{}\n", now, levelName(severityOf(values)), printable(channel), "",
-                       2 * depth, printable(message));
+    return fmt::format("{:%FT%T}Z  {:<6}  {}: {:{}}{}\n", now, levelName(severityOf(values)),
+                       printable(textOf(record, "Channel")), "", 2 * depth, printable(textOf(record, "Message")));
 }
 
-class LineBackend : public sinks::basic_sink_backend<sinks::synchronized_feeding> {
+// Writes to std::clog: std::cerr may be held back for the library's report on a catalogue.
+void writeLine(const boost::log::record_view& record) {
+    std::clog << lineText(record) << std::flush;
+}
+
+class Backend : public sinks::basic_sink_backend<sinks::synchronized_feeding> {
 public:
-    // Writes to std::clog: std::cerr may be held back for the library's report on a catalogue.
-    void consume(const boost::log::record_view& record) { std::clog << lineText(record) << std::flush; }
+    using Consume = std::function<void(const boost::log::record_view&)>;
+
+    explicit Backend(Consume consume) : m_consume(std::move(consume)) {}
+    void consume(const boost::log::record_view& record) { m_consume(record); }
+
+private:
+    const Consume m_consume;
 };
+
+// Passes the records of the levels `shown` to `consume`.
+void addSink(std::uint32_t shown, Backend::Consume consume) {
+    const auto backend = boost::make_shared<Backend>(std::move(consume));
+    const auto sink = boost::make_shared<sinks::synchronous_sink<Backend>>(backend);
+    sink->set_filter(
+        [shown](const boost::log::attribute_value_set& values) { return (severityOf(values) & shown) != 0; });
+    boost::log::core::get()->add_sink(sink);
+}
 
 }  // namespace
 
@@ -93,15 +114,15 @@ std::vector<std::string> logNames() {
     return names;
 }
 
-void installLogSink(const std::string& logName) {
+void installLogSink(const std::string& logName, const ObserveMessage& observeNotes) {
     const auto* choice = std::find_if(s_choices.begin(), s_choices.end(),
                                       [&](const LogChoice& candidate) { return candidate.name == logName; });
-    const auto sink = boost::make_shared<sinks::synchronous_sink<LineBackend>>();
-    sink->set_filter([shown = choice->shown](const boost::log::attribute_value_set& values) {
-        return (severityOf(values) & shown) != 0;
-    });
-    boost::log::core::get()->add_sink(sink);
-    vorlan::setLevelMask("doc_products_shared", choice->mask);
+    addSink(choice->shown, writeLine);
+    if (observeNotes) {
+        addSink(bits(level::note),
+                [observeNotes](const boost::log::record_view& record) { observeNotes(textOf(record, "Message")); });
+    }
+    vorlan::setLevelMask("doc_products_shared", choice->mask | (observeNotes ? s_note : 0));
 }
 
 }  // namespace app

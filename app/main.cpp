@@ -2,8 +2,10 @@
 #include <iostream>
 
 #include "Failure.hpp"
+#include "answer.hpp"
 #include "check/check.hpp"
 #include "commands.hpp"
+#include "explain.hpp"
 #include "host.hpp"
 #include "options.hpp"
 #include "output.hpp"
@@ -25,6 +27,8 @@ ExitStatus run(const app::Options& options) {
             return app::listProducts(options);
         case Command::findProduct:
             return app::findProduct(options);
+        case Command::explain:
+            return app::explain(options);
         case Command::checkCatalogues:
             return app::checkCatalogues(options);
         case Command::printText:
@@ -32,6 +36,27 @@ ExitStatus run(const app::Options& options) {
     }
     app::print(options.text);
     return ExitStatus::done;
+}
+
+ExitStatus statusOf(const std::exception& e) {
+    const auto* const failure = dynamic_cast<const app::Failure*>(&e);
+    return failure != nullptr ? failure->status() : ExitStatus::failure;
+}
+
+// Runs the command until all its output is written. With --json even a failure has an answer.
+ExitStatus runToEnd(const app::Options& options) {
+    try {
+        app::configureHost(options);
+        const ExitStatus status = run(options);
+        app::flushOutput();
+        return status;
+    } catch (const std::exception& e) {
+        if (options.json) {
+            app::printJson(app::answerOf(options.commandName, statusOf(e), e.what()));
+            app::flushOutput();
+        }
+        throw;
+    }
 }
 
 int end(ExitStatus status, const std::string& message) {
@@ -43,11 +68,7 @@ int end(ExitStatus status, const std::string& message) {
 
 int main(int argc, char** argv) {
     try {
-        const app::Options options = app::readOptions(argc, argv);
-        app::configureHost(options);
-        const ExitStatus status = run(options);
-        app::flushOutput();
-        return static_cast<int>(status);
+        return static_cast<int>(runToEnd(app::readOptions(argc, argv)));
     } catch (const app::Failure& failure) {
         return end(failure.status(), failure.what());
     } catch (const std::exception& e) {

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -34,6 +35,10 @@ std::string notEmpty(const std::string& text) {
     return text.empty() ? "Must not be empty" : "";
 }
 
+std::string notNegative(const std::string& number) {
+    return number.starts_with('-') ? "Must not be negative" : "";
+}
+
 // Called for the main command and for each subcommand, so that these options may precede or follow the subcommand.
 void addSharedOptions(CLI::App& app, Options& options) {
     const auto add = [&app](const char* name, std::optional<std::string>& value, const char* type, const char* text) {
@@ -59,9 +64,22 @@ void addSharedOptions(CLI::App& app, Options& options) {
         ->check(CLI::IsMember({"auto", "always", "never"}));
 }
 
+void addJson(CLI::App& command, Options& options) {
+    command.add_flag("--json", options.json, "Print a JSON document instead");
+}
+
+// An option for scripts: the answer is only these texts.
+void addRaw(CLI::App& command, Options& options, const char* name, bool& flag, const char* text) {
+    CLI::Option* const raw = command.add_flag(name, flag, text)->excludes("--json");
+    command.add_flag("-0,--null", options.endsWithNul, "End each with NUL instead of a line feed")->needs(raw);
+}
+
 CLI::App& addCommand(CLI::App& app, Options& options, const char* name, const char* text, Command command) {
     CLI::App& subcommand = *app.add_subcommand(name, text);
-    subcommand.callback([&options, command] { options.command = command; });
+    subcommand.callback([&options, name, command] {
+        options.commandName = name;
+        options.command = command;
+    });
     addSharedOptions(subcommand, options);
     return subcommand;
 }
@@ -79,48 +97,72 @@ std::string notAnError(const std::string& name) {
                                                                      : "";
 }
 
+std::string codeName(const std::string& name) {
+    return check::findCode(name) != nullptr ? "" : "Not a code: " + name + suggestion(nearNames(name, codeNames()));
+}
+
 void addCheck(CLI::App& app, Options& options) {
     CheckOptions& check = options.check;
     CLI::App& command =
         addCommand(app, options, "check", "Print what is wrong with catalogues", Command::checkCatalogues);
-    const CLI::Validator isCode = CLI::IsMember(codeNames()).description("");
-    command.add_option("FILE", check.files, "Catalogues, - for standard input; by default the one in force")
-        ->type_name("");
+    const auto addCodes = [&](const char* name, std::set<std::string, std::less<>>& codes, const char* text) {
+        return command
+            .add_option_function<std::string>(
+                name, [&](const std::string& code) { codes.insert(code); }, text)
+            ->type_name("CODE")
+            ->trigger_on_parse()
+            ->check(codeName);
+    };
+    auto* const files =
+        command.add_option("FILE", check.files, "Catalogues, - for standard input; by default the one in force")
+            ->type_name("");
     command.add_flag("--strict", check.isStrict, "Fail after warnings too");
     command.add_flag("--no-files", check.noFiles, "Don't look for the products' files");
-    command.add_option("--ignore", check.policy.ignored, "Don't report a warning or an info; may be repeated")
-        ->type_name("CODE")
-        ->allow_extra_args(false)
-        ->check(isCode)
-        ->check(notAnError);
-    command.add_option("--error", check.policy.errors, "Report as an error; may be repeated")
-        ->type_name("CODE")
-        ->allow_extra_args(false)
-        ->check(isCode);
-    command.add_option("--max", check.policy.most, "Report the first N problems of a file; 0: all")
+    addCodes("--ignore", check.policy.ignored, "Don't report a warning or an info; may be repeated")->check(notAnError);
+    addCodes("--error", check.policy.errors, "Report as an error; may be repeated");
+    command.add_option("--max", check.policy.most, "Report N problems of a file, the most severe ones; 0: all")
         ->type_name("N")
         ->take_last()
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check(notNegative);
     command.add_option("--format", check.format, "Form of the report")
         ->type_name("FORM")
         ->take_last()
         ->capture_default_str()
         ->check(CLI::IsMember({"text", "json", "sarif"}));
-    command.add_option("--explain", check.explainedCode, "Print what a code means and how to mend it")
-        ->type_name("CODE")
+    command
+        .add_flag_callback(
+            "--json", [&check] { check.format = "json"; }, "The same as --format json")
+        ->excludes("--format");
+    command
+        .add_option("--explain", check.explainedCode, "Print what a code means and how to mend it; without CODE, all")
+        ->type_name("[CODE]")
+        ->expected(0, 1)
         ->take_last()
-        ->check(isCode);
+        ->excludes(files)
+        ->check([](const std::string& name) { return name.empty() ? "" : codeName(name); });
 }
 
 void addCommands(CLI::App& app, Options& options) {
-    addCommand(app, options, "roots", "Print the documentation root and the data root", Command::showRoots);
-    addCommand(app, options, "list", "Print the installed products", Command::listProducts)
-        .add_flag("--all", options.all, "Print all products in the catalogue and whether each is installed");
-    addCommand(app, options, "find", "Print the product with the given name, installed or not", Command::findProduct)
-        .add_option("NAME", options.name,
-                    "Base code, short name, help location, alternative short name or display name")
-        ->type_name("")
-        ->required();
+    CLI::App& roots =
+        addCommand(app, options, "roots", "Print the documentation root and the data root", Command::showRoots);
+    addJson(roots, options);
+    addRaw(roots, options, "--path", options.path, "Print only the paths, as they are");
+    CLI::App& list = addCommand(app, options, "list", "Print the installed products", Command::listProducts);
+    addJson(list, options);
+    list.add_flag("--all", options.all, "Print all products in the catalogue, and why each is installed or not");
+    addRaw(list, options, "--names", options.names,
+           "Print only the base codes and short names of all products, as they are");
+    CLI::App& find = addCommand(app, options, "find", "Print the product with the given name, installed or not",
+                                Command::findProduct);
+    addJson(find, options);
+    addRaw(find, options, "--path", options.path, "Print only the folder of its pages, existing or not, as it is");
+    const char* const name = "Base code, short name, help location, alternative short name or display name";
+    find.add_option("NAME", options.name, name)->type_name("")->required();
+    CLI::App& explain = addCommand(app, options, "explain",
+                                   "Print how the roots, the catalogue and a product were found", Command::explain);
+    addJson(explain, options);
+    explain.add_option("NAME", options.name, name)->type_name("");
     addCheck(app, options);
 }
 
@@ -200,7 +242,10 @@ Options readOptions(int argc, const char* const* argv) {
         refuse(e.what());
     }
     if (options.command == Command::printText && options.text.empty()) {
-        refuse("One of the commands roots, list, find and check is required");
+        refuse("One of the commands roots, list, find, explain and check is required");
+    }
+    if (options.catalogue && !options.check.files.empty()) {
+        refuse("--catalogue and FILE can't be used together");
     }
     return options;
 }

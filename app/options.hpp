@@ -13,6 +13,7 @@ enum class Command {
     showRoots,
     listProducts,
     findProduct,
+    explain,
     checkCatalogues,
 };
 
@@ -22,8 +23,8 @@ struct CheckOptions {
     bool isStrict = false;
     bool noFiles = false;
     check::Policy policy;
-    std::string format = "text";  // or "json", "sarif"
-    std::string explainedCode;    // if not empty, only explains it
+    std::string format = "text";               // or "json", "sarif"
+    std::optional<std::string> explainedCode;  // if there is one, only explains it; if empty, lists all codes
 };
 
 // What the command line asks for. Paths and names are bytes, as typed. Options without a value weren't given.
@@ -36,10 +37,18 @@ struct Options {
     std::string log = "error";
     std::string color = "auto";
     Command command = Command::printText;
-    std::string text;  // printText: the text
-    bool all = false;  // listProducts: the whole catalogue
-    std::string name;  // findProduct: the product's name
+    std::string text;                 // printText: the text
+    std::string commandName;          // unless printText
+    bool all = false;                 // listProducts: the whole catalogue
+    bool names = false;               // listProducts: only the names that find takes
+    bool path = false;                // showRoots, findProduct: only paths
+    bool endsWithNul = false;         // names and paths end with NUL, not with a line feed
+    bool json = false;                // the answer is a JSON document
+    std::optional<std::string> name;  // findProduct, explain: the product's name
     CheckOptions check;
+
+    // True if the answer says how the library came to its own.
+    bool explains() const { return command == Command::explain || all || json; }
 };
 
 // Reads the command line. Throws Failure on wrong usage.

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t s_widest = 60;  // where nothing is cut, a wider cell doesn't widen its column
 constexpr std::size_t s_gap = 2;
+constexpr std::size_t s_leastLast = 10;
 
 using Widths = std::vector<std::size_t>;
 
@@ -36,10 +37,11 @@ void widen(Widths& widths, const Row& row, const TableStyle& style) {
 }
 
 // Takes from the widest column, as long as the table is too wide and a column has more than one to give.
-void narrow(Widths& widths, std::size_t most) {
+void narrow(Widths& widths, const TableStyle& style) {
     std::size_t total = std::accumulate(widths.begin(), widths.end(), (widths.size() - 1) * s_gap);
-    for (; total > most; --total) {
-        std::size_t& widest = *std::max_element(widths.begin(), widths.end());
+    for (; total > style.width; --total) {
+        const bool isLast = style.cutsLastFirst && widths.back() > s_leastLast;
+        std::size_t& widest = isLast ? widths.back() : *std::max_element(widths.begin(), widths.end());
         if (widest <= 1) {
             return;
         }
@@ -89,7 +91,7 @@ void writeTable(const Write& write, const TableStyle& style, std::size_t count,
         widen(widths, row(i), style);
     }
     if (style.width > 0) {
-        narrow(widths, style.width);
+        narrow(widths, style);
     }
     for (std::size_t i = 0; i < count; ++i) {
         writeLine(write, style, widths, row(i));

@@ -18,6 +18,7 @@ struct Row {
 struct TableStyle {
     std::size_t width = 0;  // the columns of the terminal that it must fit; 0 if it may have any width
     bool hasColor = false;
+    bool cutsLastFirst = false;  // narrows the last column before the others, as long as it has 10 columns
 };
 
 using Write = std::function<void(std::string_view)>;

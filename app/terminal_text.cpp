@@ -9,6 +9,7 @@
 
 #include "UnicodeLocale.hpp"
 #include "fl/i18n.hpp"
+#include "text.hpp"
 
 namespace app {
 
@@ -47,11 +48,6 @@ bool needsEscape(const fl::ustring& character) {
     return std::any_of(s_escaped.begin(), s_escaped.end(), [unit = character.front()](const Range& range) {
         return unit >= range.first && unit <= range.last;
     });
-}
-
-// True for any byte of a UTF-8 character but its first.
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
 std::string escaped(const std::string& bytes) {

@@ -54,6 +54,6 @@ if(TARGET docproducts_command)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
     install(FILES ${completions}/docproducts.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
-    install(FILES share/docset.schema.json
+    install(FILES share/answers.schema.json share/docset.schema.json
         DESTINATION ${CMAKE_INSTALL_DATADIR}/docproducts COMPONENT tool)
 endif()

@@ -24,9 +24,9 @@ struct Problem {
     const Code* code;
     Place place;
     std::string message;  // UTF-8 as far as the catalogue is; may hold any byte of it
-    std::string pointer;  // RFC 6901; empty for the whole document
+    std::string pointer;  // RFC 6901; empty for the whole document, or if the part isn't known
     std::vector<Related> related = {};
-    std::vector<std::string> lookedAt = {};  // paths that don't exist, or that were found to differ
+    std::vector<std::string> lookedAt = {};  // paths that don't exist
 };
 
 }  // namespace app::check

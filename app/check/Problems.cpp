@@ -1,8 +1,8 @@
 #include "check/Problems.hpp"
 
+#include <algorithm>
 #include <iterator>
 #include <numeric>
-#include <utility>
 
 namespace app::check {
 
@@ -11,11 +11,14 @@ void Problems::add(Problem problem) {
     if (severity != Severity::error && m_policy.ignored.contains(problem.code->name)) {
         return;
     }
-    ++m_counts.at(static_cast<std::size_t>(severity));
-    const std::size_t offset = problem.place.offset;
-    m_kept.emplace(offset, std::move(problem));
-    if (m_policy.most > 0 && m_kept.size() > m_policy.most) {
-        m_kept.erase(std::prev(m_kept.end()));
+    const Key key = {problem.place.offset, total()};
+    const auto index = static_cast<std::size_t>(severity);
+    ++m_counts.at(index);
+    m_kept.at(index).emplace(key, std::move(problem));
+    if (++m_keptTotal > m_policy.most && m_policy.most > 0) {
+        auto& least = *std::find_if(m_kept.rbegin(), m_kept.rend(), [](const auto& kept) { return !kept.empty(); });
+        least.erase(std::prev(least.end()));
+        --m_keptTotal;
     }
 }
 
@@ -25,6 +28,20 @@ Severity Problems::severityOf(const Code& code) const {
 
 std::size_t Problems::total() const {
     return std::accumulate(m_counts.begin(), m_counts.end(), std::size_t{0});
+}
+
+std::vector<const Problem*> Problems::kept() const {
+    std::map<Key, const Problem*> sorted;
+    for (const auto& problems : m_kept) {
+        for (const auto& [key, problem] : problems) {
+            sorted.emplace(key, &problem);
+        }
+    }
+    std::vector<const Problem*> kept;
+    kept.reserve(sorted.size());
+    std::transform(sorted.begin(), sorted.end(), std::back_inserter(kept),
+                   [](const auto& entry) { return entry.second; });
+    return kept;
 }
 
 }  // namespace app::check

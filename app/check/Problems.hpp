@@ -5,6 +5,8 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "check/Problem.hpp"
 
@@ -17,7 +19,7 @@ struct Policy {
     std::size_t most = 100;                      // problems kept; 0: all
 };
 
-// The problems of one catalogue, in the order of their places. Keeps the first ones and counts all.
+// The problems of one catalogue. Counts all and keeps the most severe ones, of equal severity those that come first.
 class Problems {
 public:
     // The policy must outlive this object.
@@ -28,14 +30,19 @@ public:
     Severity severityOf(const Code& code) const;
     std::size_t count(Severity severity) const { return m_counts.at(static_cast<std::size_t>(severity)); }
     std::size_t total() const;
+    std::size_t omitted() const { return total() - m_keptTotal; }
 
-    // By the offset of their place; of equal places, in the order in which they were added.
-    const std::multimap<std::size_t, Problem>& kept() const { return m_kept; }
+    // By the offset of their place; of equal places, in the order in which they were added. Valid until the next one
+    // is added.
+    std::vector<const Problem*> kept() const;
 
 private:
+    using Key = std::pair<std::size_t, std::size_t>;  // the offset, and the number of problems added before
+
     const Policy& m_policy;
-    std::array<std::size_t, severityNames.size()> m_counts{};
-    std::multimap<std::size_t, Problem> m_kept;
+    std::array<std::size_t, severities.size()> m_counts{};
+    std::array<std::map<Key, Problem>, severities.size()> m_kept;
+    std::size_t m_keptTotal = 0;
 };
 
 }  // namespace app::check

@@ -1,15 +1,12 @@
 #include "check/Report.hpp"
 
+#include "text.hpp"
+
 namespace app::check {
 
-namespace {
-
-// True for any byte of a UTF-8 character but its first.
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+std::string unreadable(const Report& report) {
+    return "Can't read " + report.file + ": " + report.failure;
 }
-
-}  // namespace
 
 std::map<std::size_t, LineColumn> locate(const std::string& text, const std::set<std::size_t>& offsets) {
     std::map<std::size_t, LineColumn> located;
@@ -31,9 +28,9 @@ std::map<std::size_t, LineColumn> locate(const std::string& text, const std::set
 std::set<std::size_t> offsetsOf(const Problems& problems) {
     std::set<std::size_t> offsets;
     const auto add = [&](const Place& place) { offsets.insert({place.offset, place.offset + place.length}); };
-    for (const auto& [offset, problem] : problems.kept()) {
-        add(problem.place);
-        for (const Related& related : problem.related) {
+    for (const Problem* problem : problems.kept()) {
+        add(problem->place);
+        for (const Related& related : problem->related) {
             add(related.place);
         }
     }

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -19,6 +21,7 @@
 #include "obstacle.hpp"
 #include "options.hpp"
 #include "output.hpp"
+#include "table.hpp"
 #include "terminal_text.hpp"
 
 namespace app {
@@ -29,9 +32,23 @@ namespace {
 
 constexpr const char* s_standardInput = "-";
 
+// Why the file can't be read; empty if it can. It is read once, so it may be a pipe.
+std::string obstacleTo(const std::string& file) {
+    std::error_code unreachable;
+    if (file == s_standardInput || std::filesystem::is_fifo(file, unreachable)) {
+        return {};
+    }
+    return std::filesystem::exists(file, unreachable) ? obstacle(file) : "does not exist";
+}
+
+// Reads a file. Throws std::system_error.
 std::string readFile(const std::string& file) {
     if (file == s_standardInput) {
-        return {std::istreambuf_iterator<char>(std::cin), {}};
+        std::string text(std::istreambuf_iterator<char>(std::cin), {});
+        if (std::ferror(stdin) != 0) {
+            throw std::system_error(errno, std::generic_category());
+        }
+        return text;
     }
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -63,58 +80,80 @@ std::string dataRootFor(const Options& options) {
                                              : to_string(doc_products_shared::Docroot::getInstance().getDocDataRoot());
 }
 
-ExitStatus statusOf(const Problems& problems, bool isStrict) {
+ExitStatus statusOf(const Report& report, bool isStrict) {
+    const auto& problems = report.problems;
     const bool isBad = problems.count(Severity::error) > 0 || (isStrict && problems.count(Severity::warning) > 0);
-    return isBad ? ExitStatus::malformedCatalogue : ExitStatus::done;
+    return !report.failure.empty() ? ExitStatus::failure : isBad ? ExitStatus::malformedCatalogue : ExitStatus::done;
 }
 
-// Why the file can't be read; empty if it can.
-std::string unreadable(const std::string& file) {
-    std::error_code unreachable;
-    return std::filesystem::exists(file, unreachable) ? obstacle(file) : "does not exist";
-}
-
-// Checks a file. Throws Failure if it can't be read.
 Report checkFile(const std::string& file, const Options& options) {
-    if (const std::string reason = file == s_standardInput ? "" : unreadable(file); !reason.empty()) {
-        throw Failure(ExitStatus::failure, printable("Can't read " + file + ": " + reason) + '\n');
+    Report failed{file, obstacleTo(file), {}, {}, 0, Problems(options.check.policy)};
+    if (!failed.failure.empty()) {
+        return failed;
     }
-    Report report = examine(file, readFile(file), dataRootFor(options), options.check.policy);
-    if (options.check.files.empty()) {
-        reportShadowed(file, options, report.problems);
+    try {
+        return examine(file, readFile(file), dataRootFor(options), options.check.policy);
+    } catch (const std::system_error& e) {
+        failed.failure = e.code().message();
     }
-    return report;
+    return failed;
 }
 
-// Checks all files. Those that can't be read are reported on standard error.
-std::vector<Report> checkFiles(const std::vector<std::string>& files, const Options& options, ExitStatus& status) {
+// Checks the files, or the catalogue in force. Throws Failure if there is none.
+std::vector<Report> checkFiles(const Options& options) {
+    const auto& named = options.check.files;
     std::vector<Report> reports;
-    for (const std::string& file : files) {
-        try {
-            reports.push_back(checkFile(file, options));
-            status = std::max(status, statusOf(reports.back().problems, options.check.isStrict));
-        } catch (const Failure& failure) {
-            std::cerr << failure.what();
-            status = std::max(status, failure.status());
-        }
+    for (const std::string& file : named.empty() ? std::vector{catalogueInForce(options)} : named) {
+        reports.push_back(checkFile(file, options));
+    }
+    if (named.empty()) {
+        reportShadowed(reports.front().file, options, reports.front().problems);
     }
     return reports;
 }
 
-void write(const std::vector<Report>& reports, const Options& options) {
-    if (options.check.format != "text") {
-        return print((options.check.format == "json" ? jsonOf(reports) : sarifOf(reports)).dump(2) + '\n');
+Findings find(const Options& options) {
+    Findings findings;
+    try {
+        findings.reports = checkFiles(options);
+    } catch (const Failure& failure) {
+        findings.failure = failure.what();
+        findings.status = failure.status();
     }
-    for (const Report& report : reports) {
-        writeText(print, report, showsColor(options.color));
+    for (const Report& report : findings.reports) {
+        findings.status = std::max(findings.status, statusOf(report, options.check.isStrict));
+    }
+    return findings;
+}
+
+void write(const Findings& findings, const Options& options) {
+    if (options.check.format != "text") {
+        return printJson(options.check.format == "json" ? jsonOf(findings) : sarifOf(findings));
+    }
+    for (const Report& report : findings.reports) {
+        if (report.failure.empty()) {
+            writeText(print, report, showsColor(options.color));
+        }
     }
 }
 
-ExitStatus explain(const std::string& name) {
-    const Code& found = *findCode(name);
-    print(fmt::format("{}: {}, {}\n\n{}", found.name, severityNames.at(static_cast<std::size_t>(found.severity)),
-                      found.summary, found.explanation));
-    return ExitStatus::done;
+void reportFailures(const Findings& findings) {
+    std::cerr << findings.failure;
+    for (const Report& report : findings.reports) {
+        if (!report.failure.empty()) {
+            std::cerr << printable(unreadable(report)) << '\n';
+        }
+    }
+}
+
+void explain(const std::string& name) {
+    if (const Code* found = findCode(name)) {
+        return print(
+            fmt::format("{}: {}, {}\n\n{}", found->name, nameOf(found->severity), found->summary, found->explanation));
+    }
+    writeTable(print, {}, codes.size(), [](std::size_t i) {
+        return Row{{codes.at(i).name, nameOf(codes.at(i).severity), codes.at(i).summary}};
+    });
 }
 
 }  // namespace
@@ -122,15 +161,15 @@ ExitStatus explain(const std::string& name) {
 }  // namespace check
 
 ExitStatus checkCatalogues(const Options& options) {
-    if (!options.check.explainedCode.empty()) {
-        return check::explain(options.check.explainedCode);
+    if (options.check.explainedCode) {
+        check::explain(*options.check.explainedCode);
+        return ExitStatus::done;
     }
-    const auto& named = options.check.files;
-    auto status = ExitStatus::done;
-    const auto reports =
-        check::checkFiles(named.empty() ? std::vector{check::catalogueInForce(options)} : named, options, status);
-    check::write(reports, options);
-    return status;
+    const check::Findings findings = check::find(options);
+    check::write(findings, options);
+    flushOutput();  // before any message on standard error
+    check::reportFailures(findings);
+    return findings.status;
 }
 
 }  // namespace app

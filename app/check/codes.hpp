@@ -9,7 +9,12 @@ namespace app::check {
 // knowing.
 enum class Severity { error, warning, info };
 
-constexpr std::array<const char*, 3> severityNames = {"error", "warning", "info"};
+inline constexpr std::array severities = {Severity::error, Severity::warning, Severity::info};
+
+constexpr const char* nameOf(Severity severity) {
+    constexpr std::array s_names = {"error", "warning", "info"};
+    return s_names.at(static_cast<std::size_t>(severity));
+}
 
 // What can be wrong with a catalogue.
 struct Code {

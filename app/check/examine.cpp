@@ -12,7 +12,7 @@
 namespace app::check {
 
 Report examine(std::string file, std::string text, std::string dataRoot, const Policy& policy) {
-    Report report{std::move(file), std::move(text), std::move(dataRoot), 0, Problems(policy)};
+    Report report{std::move(file), {}, std::move(text), std::move(dataRoot), 0, Problems(policy)};
     ProductChecks products(report.problems);
     std::optional<DiskChecks> disk;
     if (!report.dataRoot.empty()) {

@@ -4,14 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <boost/algorithm/string/trim.hpp>
 #include <filesystem>
-#include <locale>
 #include <utility>
 
 #include "check/Problems.hpp"
 #include "doc_products_shared/catalogue_keys.hpp"
 #include "near_names.hpp"
+#include "text.hpp"
 
 namespace app::check {
 
@@ -24,11 +23,6 @@ constexpr std::array<const char*, fieldCount> s_fieldNames = {"display name", "h
                                                               "base code",    "alternative short name", "status"};
 
 const std::string s_folderOfShortNames = "docCatalog/products/";
-
-// Trims like the library, which uses the global locale. This program never replaces the classic one.
-std::string trimmed(const std::string& text) {
-    return boost::algorithm::trim_copy(text, std::locale::classic());
-}
 
 // True if the path, appended to a folder, leads out of it.
 bool leadsOut(const std::string& path) {

@@ -16,10 +16,6 @@ namespace {
 
 using Located = std::map<std::size_t, LineColumn>;
 
-std::string nameOf(Severity severity) {
-    return severityNames.at(static_cast<std::size_t>(severity));
-}
-
 void setPlace(Json& object, const Place& place, const Located& located) {
     const LineColumn& begin = located.at(place.offset);
     const LineColumn& end = located.at(place.offset + place.length);
@@ -43,16 +39,8 @@ Json problemOf(const Problem& problem, const Report& report, const Located& loca
     setText(object, "message", problem.message);
     setText(object, "pointer", problem.pointer);
     setPlace(object, problem.place, located);
-    object["related"] = Json::array();
-    for (const Related& related : problem.related) {
-        object["related"].push_back(relatedOf(related, located));
-    }
-    object["looked_at"] = Json::array();
-    for (const std::string& path : problem.lookedAt) {
-        Json place;
-        setText(place, "path", path);
-        object["looked_at"].push_back(place);
-    }
+    object["related"] = arrayOf(problem.related, [&](const Related& related) { return relatedOf(related, located); });
+    object["looked_at"] = arrayOf(problem.lookedAt, [](const std::string& path) { return placeOf(path, false); });
     return object;
 }
 
@@ -60,18 +48,15 @@ Json fileOf(const Report& report) {
     const Located located = locate(report.text, offsetsOf(report.problems));
     Json object;
     setText(object, "file", report.file);
-    object["data_root"] = nullptr;
-    if (!report.dataRoot.empty()) {
-        setText(object, "data_root", report.dataRoot);
-    }
+    setTextOrNull(object, "error", report.failure);
+    setTextOrNull(object, "data_root", report.dataRoot);
     object["products"] = report.products;
-    for (const Severity severity : {Severity::error, Severity::warning, Severity::info}) {
+    for (const Severity severity : severities) {
         object["counts"][nameOf(severity)] = report.problems.count(severity);
     }
-    object["problems"] = Json::array();
-    for (const auto& [offset, problem] : report.problems.kept()) {
-        object["problems"].push_back(problemOf(problem, report, located));
-    }
+    object["omitted"] = report.problems.omitted();
+    object["problems"] =
+        arrayOf(report.problems.kept(), [&](const Problem* problem) { return problemOf(*problem, report, located); });
     return object;
 }
 
@@ -135,30 +120,44 @@ Json resultOf(const Problem& problem, const Report& report, const Located& locat
     return result;
 }
 
-}  // namespace
-
-Json jsonOf(const std::vector<Report>& reports) {
-    Json files = Json::array();
-    for (const Report& report : reports) {
-        files.push_back(fileOf(report));
+// What kept the command from checking all files.
+Json invocationOf(const Findings& findings) {
+    Json notifications = Json::array();
+    const auto add = [&](const std::string& text) {
+        notifications.push_back({{"level", "error"}, {"message", messageOf(text)}});
+    };
+    if (!findings.failure.empty()) {
+        add(findings.failure);
     }
-    const bool isGood = std::all_of(reports.begin(), reports.end(),
-                                    [](const Report& report) { return report.problems.count(Severity::error) == 0; });
-    return {{"schema_version", answerVersion}, {"command", "check"}, {"ok", isGood}, {"files", files}};
-}
-
-Json sarifOf(const std::vector<Report>& reports) {
-    Json results = Json::array();
-    for (const Report& report : reports) {
-        const Located located = locate(report.text, offsetsOf(report.problems));
-        for (const auto& [offset, problem] : report.problems.kept()) {
-            results.push_back(resultOf(problem, report, located));
+    for (const Report& report : findings.reports) {
+        if (!report.failure.empty()) {
+            add(unreadable(report));
         }
     }
-    Json rules = Json::array();
-    std::transform(codes.begin(), codes.end(), std::back_inserter(rules), ruleOf);
-    const Json driver = {{"name", "docproducts"}, {"version", DOCPRODUCTS_VERSION}, {"rules", rules}};
-    const Json run = {{"tool", {{"driver", driver}}}, {"columnKind", "unicodeCodePoints"}, {"results", results}};
+    return {{"executionSuccessful", notifications.empty()}, {"toolExecutionNotifications", notifications}};
+}
+
+}  // namespace
+
+Json jsonOf(const Findings& findings) {
+    Json answer = answerOf("check", findings.status, findings.failure);
+    answer["files"] = arrayOf(findings.reports, fileOf);
+    return answer;
+}
+
+Json sarifOf(const Findings& findings) {
+    Json results = Json::array();
+    for (const Report& report : findings.reports) {
+        const Located located = locate(report.text, offsetsOf(report.problems));
+        for (const Problem* problem : report.problems.kept()) {
+            results.push_back(resultOf(*problem, report, located));
+        }
+    }
+    const Json driver = {{"name", "docproducts"}, {"version", DOCPRODUCTS_VERSION}, {"rules", arrayOf(codes, ruleOf)}};
+    const Json run = {{"tool", {{"driver", driver}}},
+                      {"invocations", Json::array({invocationOf(findings)})},
+                      {"columnKind", "unicodeCodePoints"},
+                      {"results", results}};
     return {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
             {"version", "2.1.0"},
             {"runs", Json::array({run})}};

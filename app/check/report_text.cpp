@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "terminal_text.hpp"
+#include "text.hpp"
 
 namespace app::check {
 
@@ -23,8 +24,8 @@ public:
           m_located(locate(report.text, offsetsOf(report.problems))) {}
 
     void run() {
-        for (const auto& [offset, problem] : m_report.problems.kept()) {
-            writeProblem(problem);
+        for (const Problem* problem : m_report.problems.kept()) {
+            writeProblem(*problem);
         }
         writeCounts();
     }
@@ -65,11 +66,6 @@ std::string shown(std::string_view part) {
     return printable(text);
 }
 
-// True for any byte of a UTF-8 character but its first.
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
-
 // The part of a line that is shown around the offset: whole characters, at most s_reach bytes before it and about as
 // many after it. Looks no further, because a line may hold the whole catalogue.
 Place shownAround(std::string_view text, std::size_t offset) {
@@ -99,8 +95,7 @@ void TextWriter::writeSource(const Place& place) const {
 }
 
 void TextWriter::writeProblem(const Problem& problem) const {
-    const auto severity = static_cast<std::size_t>(m_report.problems.severityOf(*problem.code));
-    writeHeading(problem.place, severityNames.at(severity), problem.message);
+    writeHeading(problem.place, nameOf(m_report.problems.severityOf(*problem.code)), problem.message);
     m_write(fmt::format(" [{}]\n", problem.code->name));
     writeSource(problem.place);
     for (const Related& related : problem.related) {
@@ -119,8 +114,8 @@ std::string counted(std::size_t count, const char* noun) {
 
 void TextWriter::writeCounts() const {
     const Problems& problems = m_report.problems;
-    if (problems.total() > problems.kept().size()) {
-        m_write(fmt::format("and {} more\n", problems.total() - problems.kept().size()));
+    if (problems.omitted() > 0) {
+        m_write(fmt::format("and {} more\n", problems.omitted()));
     }
     m_write(fmt::format(
         "{}: {}, {}, {} in {}{}\n", printable(m_report.file), counted(problems.count(Severity::error), "error"),

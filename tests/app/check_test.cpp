@@ -189,19 +189,20 @@ TEST(Check, ShowsTheSource) {
 // Of the problems the first two are kept; the others are only counted.
 TEST(Check, AnswersMachines) {
     const Policy policy{{}, {"unknown-key"}, 2};
-    std::vector<Report> reports;
-    reports.push_back(
+    Findings findings{{}, {}, app::ExitStatus::malformedCatalogue};
+    findings.reports.push_back(
         examine("/a b\xFF", replaced({"\"2\"", "\"2\", \"x\": 1, \"be\xFF\": 1, \"y\": 2", ""}), "", policy));
-    EXPECT_EQ(jsonOf(reports).dump(),
-              R"({"schema_version":1,"command":"check","ok":false,"files":[{"file":"/a b�","lossy":true,)"
-              R"("data_root":null,"products":2,"counts":{"error":3,"warning":1,"info":0},)"
+    EXPECT_EQ(jsonOf(findings).dump(),
+              R"({"schema_version":1,"command":"check","ok":false,"status":3,"error":null,)"
+              R"("files":[{"file":"/a b�","lossy":true,"error":null,)"
+              R"("data_root":null,"products":2,"counts":{"error":3,"warning":1,"info":0},"omitted":2,)"
               R"("problems":[{"severity":"error","code":"unknown-key","message":"\"x\" isn't read",)"
               R"("pointer":"/documentation_set/x","line":1,"column":55,"end_line":1,"end_column":58,"offset":54,)"
               R"("length":3,"related":[],"looked_at":[]},{"severity":"error","code":"unknown-key",)"
               R"("message":"\"be�\" isn't read","lossy":true,"pointer":"/documentation_set/be�","line":1,)"
               R"("column":63,"end_line":1,"end_column":68,"offset":62,"length":5,"related":[],)"
               R"("looked_at":[]}]}]})");
-    const Json run = sarifOf(reports)["runs"][0];
+    const Json run = sarifOf(findings)["runs"][0];
     EXPECT_EQ(run["results"][1].dump(),
               R"({"ruleId":"unknown-key","level":"error","message":{"text":"\"be�\" isn't read"},)"
               R"("locations":[{"physicalLocation":{"artifactLocation":{"uri":"file:///a%20b%FF"},)"

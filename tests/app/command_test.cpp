@@ -60,9 +60,9 @@ TEST_F(Command, DoesWhatItsOptionsSay) {
     expect({
         {"roots", noRoots(home + "/help", home + "/help")},
         {"-V", "docproducts " VERSION "\n"},
-        {names, "-h,--help -V,--version " + options + "roots list find check " + statuses},
-        {"list " + names, "-h,--help " + options + "--all " + statuses},
-        {"find " + names, "NAME -h,--help " + options + statuses},
+        {names, "-h,--help -V,--version " + options + "roots list find explain check " + statuses},
+        {"list " + names, "-h,--help " + options + "--json --all --names -0,--null " + statuses},
+        {"find " + names, "NAME -h,--help " + options + "--json --path -0,--null " + statuses},
         {"-V > $T/all; VORLAN_ROOT=vorlan " COMMAND " roots", roots("vorlan/help", "vorlan/help")},
         {"-V > $T/all; VORLAN_ROOT=a " COMMAND " roots --install-root vorlan", roots("vorlan/help", "vorlan/help")},
         {"roots --support-package-root support-packages", roots("support-packages/help", "support-packages/help")},
@@ -102,12 +102,15 @@ TEST_F(Command, TellsSimilarProductsApartAndEscapesForeignBytes) {
                                         {"\x80-\n\U0010FFFF\U00010000", "é", "\U0001D167", "🦉", "茶", ""}})(m_host);
     m_host.write("h\x1B\r/help/docroot.txt", std::string("\n\x1B\0\x7F\xC2\x85\xFF-", 8));
     expect({
-        {"list --all --install-root vorlan --catalogue $T/alike.json | sed -n '2,8s/.*  //p' | xargs",
+        {"list --all --install-root vorlan --catalogue $T/alike.json | grep -Eo '  (installed|not found|web-only)' | "
+         "xargs",
          "web-only web-only installed not found installed not found installed\n"},
         {"list --all --install-root vorlan --catalogue $T/odd.json",
-         "Display name       Short name  Base code  Status  Location  State\n"
+         "Display name       Short name  Base code  Status  Location  State      Reason\n"
          "\\x1b[1mA\\xc2\\x9f\u00A0  e\u0301           \\x1f       ~\\x7f   vorlan    installed\n"
-         "\\x80-\\x0a\U0010FFFF\U00010000        \U0001D167            🦉         茶      é         not found\n"
+         "\\x80-\\x0a\U0010FFFF\U00010000        \U0001D167            🦉         茶      é         not found  no "
+         "doccenter.properties in "
+         "vorlan/help/é, no \U0001D167.properties in vorlan/help/docCatalog/products\n"
          "1 of 2 products installed\n"},
         {"list --install-root \"$T\"/h* --catalogue $T/alike.json --log trace 2>&1 > /dev/null | LC_ALL=C "
          "sed -E 's/^[0-9TZ:-]+  [a-z]+ +doc_products_shared: [^[:cntrl:]]*$/record/' | sort -u",
@@ -120,12 +123,12 @@ TEST_F(Command, TellsSimilarProductsApartAndEscapesForeignBytes) {
 // Headings are bold and what is missing is dimmed. A table is cut only to fit a terminal.
 TEST_F(Command, ColorsAndFitsOnATerminal) {
     const auto onTerminal = [](const std::string& environment, const std::string& options) {
-        return "-V > $T/all; TERM=xterm " + environment + " script -qec \"stty cols 50; '" COMMAND "' list --all " +
+        return "-V > $T/all; TERM=xterm " + environment + " script -qec \"stty cols 60; '" COMMAND "' list --all " +
                options + " --install-root vorlan\" /dev/null | sed -n '1p;7p;15p'";
     };
-    const std::string heads = "Displ…  Short…  Base c…  Status   Locati…  State";
-    const std::string here = "茶園…   teaga…  TG       current  teagar…  instal…\r\n";
-    const std::string missing = "Seed …  seede…  SX       current  seedex…  web-on…";
+    const std::string heads = "Displ…  Short …  Base c…  Status   Locati…  State    Reason";
+    const std::string here = "茶園…   teagar…  TG       current  teagar…  instal…\r\n";
+    const std::string missing = "Seed …  seedex…  SX       current  seedex…  web-on…  in the…";
     const std::string plain = heads + "\r\n" + here + missing + "\r\n";
     expect({
         {onTerminal("", ""), "\x1B[1m" + heads + "\x1B[0m\r\n" + here + "\x1B[2m" + missing + "\x1B[0m\r\n"},
@@ -160,11 +163,97 @@ TEST_F(Command, ChecksCatalogues) {
         {"check --doc-root $T --install-root vorlan | head -n 1", "$T/docset.json:1:1: info: " + shadowed},
         {"check --install-root none vorlan/help/docset.json --no-files | tail -n 1",
          "vorlan/help/docset.json: 0 errors, 0 warnings, 2 infos in 15 products (files not looked for)\n"},
-        {"check --max 1 --format json $T/w.json | python3 -m json.tool | head -n 3",
-         "{\n    \"schema_version\": 1,\n    \"command\": \"check\",\n"},
+        {"check --strict --max 1 --format json $T/w.json | head -n 4",
+         "{\n  \"schema_version\": 1,\n  \"command\": \"check\",\n  \"ok\": false,\n"},
+        {"check --format sarif none | grep Successful",
+         "          \"executionSuccessful\": false,\n2| Can't read none: does not exist\n"},
+        {"check - < $T", "2| Can't read -: Is a directory\n[1]\n"},
+        {"check --max -1", "2| --max: Must not be negative\n2| Run docproducts --help for more information.\n[2]\n"},
         {"check --explain near-key | head -n 1",
          "near-key: warning, a key that isn't read but is much like one that is\n"},
         {"check --install-root none 2> $T/all", "[4]\n"},
+    });
+}
+
+TEST_F(Command, ExplainsItsAnswers) {
+    support::withCatalogue("same.json",
+                           {{"First", "vorlan", "a", "x", "", ""}, {"x", "none", "b", "c", "", ""}})(m_host);
+    m_host.write("bad.json", "{");
+    m_host.write("own/help/docroot.txt", " none\n");
+    expect({
+        {"explain vorlan --install-root vorlan --doc-root shared-documentation --catalogue vorlan/help/docset.json",
+         "documentation root: shared-documentation\n"
+         "  1. setting DocRoot: taken\n"
+         "       says \"shared-documentation\"\n"
+         "  2. support packages: not asked\n"
+         "  3. redirect in the install root: not asked\n"
+         "  4. help in the install root: not asked\n"
+         "data root: shared-documentation\n"
+         "  1. setting DocDataRoot: not set\n"
+         "  2. documentation root: taken\n"
+         "       shared-documentation/docCatalog/dataroot.txt exists\n"
+         "  3. help in the install root: not asked\n"
+         "catalogue: vorlan/help/docset.json\n"
+         "  1. preferred file: taken\n"
+         "       vorlan/help/docset.json exists\n"
+         "  2. in the documentation root: not asked\n"
+         "  3. in the data root: not asked\n"
+         "product: VORLAN\n"
+         "  \"vorlan\" is its short name, help location\n"
+         "  installed: shared-documentation/vorlan/doccenter.properties exists\n"},
+        {"explain --install-root $T/own --support-package-root support-packages/.. | head -n 16",
+         "documentation root: $T/own/help\n"
+         "  1. setting DocRoot: not set\n"
+         "  2. support packages: not taken\n"
+         "       support-packages/.. exists\n"
+         "       support-packages/../help/index.html doesn't exist\n"
+         "       support-packages/../help/documentation-center.html doesn't exist\n"
+         "  3. redirect in the install root: not taken\n"
+         "       says \"none\"\n"
+         "       $T/own/help/docroot.txt exists\n"
+         "       $T/own/help/none doesn't exist\n"
+         "  4. help in the install root: taken\n"
+         "data root: $T/own/help\n"
+         "  1. setting DocDataRoot: not set\n"
+         "  2. documentation root: not taken\n"
+         "       $T/own/help/docCatalog/dataroot.txt doesn't exist\n"
+         "  3. help in the install root: taken\n"
+         "2| TIME  error   doc_products_shared: $T/own/help/docset.json does not exist\n"
+         "2| There is no catalogue. Looked at:\n"
+         "2| preferred file             (none named by --catalogue)\n"
+         "2| in the documentation root  $T/own/help/docset.json\n"
+         "2| in the data root           $T/own/help/docset.json\n"},
+        {"explain x --install-root vorlan --catalogue $T/same.json | tail -n 4",
+         "product: x\n  \"x\" is its display name\n"
+         "  not found: no doccenter.properties in vorlan/help/none, no b.properties in "
+         "vorlan/help/docCatalog/products\n"
+         "  earlier in the catalogue, \"x\" is the base code of First, which it doesn't find\n"},
+        {"explain SX --install-root vorlan | tail -n 1", "  web-only: in the family webonlyproducts\n"},
+        {"explain sx --install-root vorlan > $T/all",
+         "2| No product has the name \"sx\" (did you mean \"SX\"?)\n[4]\n"},
+        {"explain SX --install-root vorlan --catalogue $T/bad.json > $T/all 2>&1", "[3]\n"},
+        {"explain SX --install-root vorlan --doc-root none > $T/all", ""},
+        {"explain --install-root vorlan --doc-root none > $T/all",
+         "2| The documentation root none does not exist\n[4]\n"},
+    });
+}
+
+TEST_F(Command, AnswersScripts) {
+    support::withCatalogue("raw.json", {{"", " \x1B\n", "s", "b", " ", ""}, {"", "", "s", "", "", ""}})(m_host);
+    expect({
+        {"roots --path --doc-root $(printf '\\377\\033') --install-root vorlan 2> $T/all | od -An -c | xargs",
+         "377 033 n v o r l a n / h e l p n\n"},
+        {"find s --path -0 --catalogue $T/raw.json --install-root vorlan | od -An -c | xargs",
+         "v o r l a n / h e l p / 0\n"},
+        {"find b --path --catalogue $T/raw.json --doc-data-root /", "// \x1B\n\n"},
+        {"list --names --catalogue $T/raw.json --install-root vorlan", "b\ns\n"},
+        {"list --names -0 --install-root support-packages | od -An -c | xargs",
+         "B L 0 b a r o m e t e r 0 W L 0 w i n d v a n e 0 B R 0 b u o y r a d i o 0\n"},
+        {"find x --json --install-root vorlan | tr -d '\\n '",
+         R"({"schema_version":1,"command":"find","ok":false,"status":4,"error":"Noproducthasthename\"x\"","catalogue":null,)"
+         R"("product":null,"found_by":null}2| No product has the name "x")"
+         "\n"},
+        {"list -0", "2| --null requires --names\n2| Run docproducts --help for more information.\n[2]\n"},
     });
 }
 
@@ -188,7 +277,7 @@ TEST_F(Command, ListsLongCells) {
                                  "  s" + blanks + "         " + gap + "vorlan\nn             " + products[1][2] + gap +
                                  "vorlan\n2 of 1000 products installed\n"});
     EXPECT_LE(listed, 2 * built);
-    EXPECT_LE(expectPeak({"list --all" + catalogue + " | wc -c", "515177\n"}), 2 * built);
+    EXPECT_LE(expectPeak({"list --all" + catalogue + " | wc -c", "611002\n"}), 2 * built);
 }
 
 // First drops the privilege to read any file, which root has.
@@ -217,7 +306,7 @@ TEST_F(Command, FailsWithAStatusAndAReason) {
     const std::string unknown = "2| No product has the name \"";
     const std::string full = "2| Can't write to standard output: No space left on device\n[1]\n";
     expect({
-        {"", "2| One of the commands roots, list, find and check is required" + hint},
+        {"", "2| One of the commands roots, list, find, explain and check is required" + hint},
         {"lits", "2| The argument was not expected: lits (did you mean \"list\"?)" + hint},
         {"list --catalog=odd",
          "2| The argument was not expected: --catalog=odd (did you mean \"--catalogue\"?)" + hint},
@@ -241,8 +330,8 @@ TEST_F(Command, FailsWithAStatusAndAReason) {
         {"list --catalogue $T/forged.json",
          "2| JSON ParserException (E0018): Expected \":\" after a key (Line 1, Column 24)\n"
          "2| \t\\x09{\\x09\"\u8336\\x1b[2K\\x0d2026-11-23\" 1\n2| \t                                   ^\n"
-         "2| Error while parsing $T/forged.json\n[3]\n"},
-        {"find x --log trace --catalogue \"$T\"/c*.json 2> $T/all; echo $?; tail -n 2 $T/all",
+         "2| Error while parsing $T/forged.json\n2| The command check says everything that is wrong with it.\n[3]\n"},
+        {"find x --log trace --catalogue \"$T\"/c*.json 2> $T/all; echo $?; tail -n 3 $T/all | head -n 2",
          "3\ninvalid conversion: undefined to object\nError while parsing $T/c\\x1b.json\n"},
         {"list --install-root vorlan > /dev/full", full},
         {"roots --doc-data-root $(printf %09999d 1) > /dev/full", full},

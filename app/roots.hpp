@@ -1,0 +1,21 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace app {
+
+struct Root {
+    const char* key;  // of an answer
+    const char* name;
+    std::string path;
+    bool exists;
+};
+
+// The documentation root and the data root.
+std::array<Root, 2> findRoots();
+
+// A line for each root that doesn't exist.
+std::string missingRoots(const std::array<Root, 2>& roots);
+
+}  // namespace app
