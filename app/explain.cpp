@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -149,9 +150,11 @@ std::vector<FoundProduct> productsNamed(const std::string& name, doc_products_sh
                                         const Options& options) {
     auto products = lookAtProducts(collector, options);
     const auto product = productNamed(name, collector, options);
-    std::erase_if(products, [&](const FoundProduct& found) { return namesThatAre(name, *found.product).empty(); });
-    std::stable_partition(products.begin(), products.end(),
-                          [&](const FoundProduct& found) { return found.product != product; });
+    const auto isIt = [&](const FoundProduct& found) { return found.product == product; };
+    std::erase_if(products, [&](const FoundProduct& found) {
+        return !isIt(found) && namesThatAre(name, *found.product).empty();
+    });
+    std::stable_partition(products.begin(), products.end(), std::not_fn(isIt));
     return products;
 }
 

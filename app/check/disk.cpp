@@ -10,21 +10,26 @@
 
 #include "check/Problems.hpp"
 #include "doc_products_shared/catalogue_keys.hpp"
+#include "doc_products_shared/proof_files.hpp"
+#include "fl/filesystem.hpp"
 
 namespace app::check {
 
 namespace {
 
 namespace fs = std::filesystem;
+namespace proof_files = doc_products_shared::proof_files;
 
 struct Proof {
     Field field;  // from which the path is made
     std::string path;
 };
 
-std::array<Proof, 2> proofsOf(const Product& product) {
-    return {Proof{helpLocation, product.fields[helpLocation].text + "/doccenter.properties"},
-            Proof{shortName, "docCatalog/products/" + product.fields[shortName].text + ".properties"}};
+std::array<Proof, 2> proofsOf(const Product& product, const std::string& dataRoot) {
+    const fl::ustring root = fl::i18n::to_ustring(dataRoot);
+    const auto& fields = product.fields;
+    return {Proof{helpLocation, to_string(proof_files::inLocation(root, fields[helpLocation].text))},
+            Proof{shortName, to_string(proof_files::ofShortName(root, fields[shortName].text))}};
 }
 
 bool isWebOnly(const Product& product) {
@@ -47,9 +52,9 @@ const DiskChecks::Names& DiskChecks::namesIn(const std::string& folder) {
     return entry->second;
 }
 
-// The path below the data root that differs from `path` only in case; empty if nothing has one.
+// An existing path that differs from `path` only in case; empty if there is none.
 std::string DiskChecks::withOtherCase(const std::string& path) {
-    fs::path found = m_dataRoot;
+    fs::path found;
     for (const fs::path& part : fs::path(path)) {
         std::error_code unreachable;
         if (fs::exists(found / part, unreachable)) {
@@ -70,17 +75,16 @@ void DiskChecks::check(const Product& product) {
     if (isWebOnly(product) || !product.fields[helpLocation].isThere || !product.fields[shortName].isThere) {
         return;
     }
-    const auto proofs = proofsOf(product);
+    const auto proofs = proofsOf(product, m_dataRoot);
     for (const auto& [field, path] : proofs) {
-        std::error_code unreachable;
-        const auto type = fs::status(m_dataRoot + '/' + path, unreachable).type();
-        if (type != fs::file_type::none && type != fs::file_type::not_found) {
-            return type == fs::file_type::regular ? void() : reportNoFile(product, field, path);
+        if (fl::filesystem::exists(fl::i18n::to_ustring(path))) {
+            std::error_code unreachable;
+            return fs::is_regular_file(path, unreachable) ? void() : reportNoFile(product, field, path);
         }
     }
     Problem missing{&code("not-installed"), product.place, "not installed: neither proof exists", pointerTo(product)};
     for (const auto& [field, path] : proofs) {
-        missing.lookedAt.push_back(m_dataRoot + '/' + path);
+        missing.lookedAt.push_back(path);
         reportOtherCase(product, field, path);
     }
     m_problems.add(std::move(missing));
@@ -88,14 +92,13 @@ void DiskChecks::check(const Product& product) {
 
 void DiskChecks::reportNoFile(const Product& product, Field field, const std::string& path) {
     m_problems.add({&code("proof-is-folder"), product.fields.at(field).place,
-                    fmt::format("{}/{} is no regular file", m_dataRoot, path), pointerTo(product, field)});
+                    fmt::format("{} is no regular file", path), pointerTo(product, field)});
 }
 
 void DiskChecks::reportOtherCase(const Product& product, Field field, const std::string& path) {
     if (const std::string found = withOtherCase(path); !found.empty()) {
         m_problems.add({&code("other-case"), product.fields.at(field).place,
-                        fmt::format("{}/{} doesn't exist, but {} does", m_dataRoot, path, found),
-                        pointerTo(product, field)});
+                        fmt::format("{} doesn't exist, but {} does", path, found), pointerTo(product, field)});
     }
 }
 

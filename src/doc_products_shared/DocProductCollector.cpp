@@ -9,8 +9,8 @@
 #include "doc_products_shared/DocSetJsonParser.hpp"
 #include "doc_products_shared/Docroot.hpp"
 #include "doc_products_shared/catalogue_keys.hpp"
+#include "doc_products_shared/proof_files.hpp"
 #include "fl/filesystem.hpp"
-#include "fl/i18n.hpp"
 #include "foundation/diagnostic.hpp"
 #include "foundation/function_trace.hpp"
 #include "foundation/text_file.hpp"
@@ -24,9 +24,6 @@ namespace {
 foundation::log::basic_diagnostic_logger<char> s_logger("doc_products_shared");
 
 const std::string s_webonlyFamily = catalogue_keys::webOnlyFamily;
-const fl::ustring s_doccenterFile = u"doccenter.properties";
-const fl::ustring s_catalogueFolder = u"docCatalog/products";
-const std::string s_propertiesSuffix = ".properties";
 
 constexpr std::size_t s_namesPerProduct = 5;
 
@@ -38,12 +35,11 @@ bool isDoccenterPropertiesExist(const fl::ustring& dataRoot, const std::string& 
         "const std::string &)");
     try {
         DIAGNOSTIC(detail, "helpLocation: ", helpLocation);
-        if (fl::filesystem::exists(upath() / dataRoot / fl::i18n::to_ustring(helpLocation) / s_doccenterFile)) {
+        if (fl::filesystem::exists(proof_files::inLocation(dataRoot, helpLocation))) {
             return true;
         }
         DIAGNOSTIC(detail, "shortName: ", shortName);
-        return fl::filesystem::exists(upath() / dataRoot / s_catalogueFolder /
-                                      fl::i18n::to_ustring(shortName + s_propertiesSuffix));
+        return fl::filesystem::exists(proof_files::ofShortName(dataRoot, shortName));
     } catch (const std::exception& e) {
         DIAGNOSTIC(error, "Caught exception: ", e.what());
     }
