@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <sstream>
 #include <string_view>
@@ -54,35 +55,36 @@ std::string printableReport(std::string_view report) {
     return result;
 }
 
-// Holds back what is written to std::cerr during the lifetime of the object, then writes it in printable form, each
-// line with its line feed. The library's report on a catalogue ends without one.
+// Holds back what is written to std::cerr during the lifetime of the object.
 class HeldErrors {
 public:
     HeldErrors() : m_errors(std::cerr.rdbuf(m_held.rdbuf())) {}
     HeldErrors(const HeldErrors&) = delete;
     HeldErrors& operator=(const HeldErrors&) = delete;
-    ~HeldErrors() {
-        std::cerr.rdbuf(m_errors);
-        std::cerr << printableReport(m_held.str());
-    }
+    ~HeldErrors() { std::cerr.rdbuf(m_errors); }
+
+    // In printable form, each line with its line feed. The library's report on a catalogue ends without one.
+    std::string text() const { return printableReport(m_held.str()); }
 
 private:
     std::ostringstream m_held;
     std::streambuf* m_errors;
 };
 
-// Calls `read` and turns the library's "Error while parsing ..." into a Failure. Only the prefix identifies it.
+// Calls `read` and turns the library's "Error while parsing ..." into a Failure, whose message starts with the
+// library's report. Only the prefix identifies it.
 template <class Read>
 auto readCatalogue(Read read) {
+    const HeldErrors held;
     try {
-        const HeldErrors held;
         return read();
     } catch (const std::runtime_error& e) {
         if (!std::string_view(e.what()).starts_with("Error while parsing ")) {
             throw;
         }
-        throw Failure(ExitStatus::malformedCatalogue,
-                      printable(e.what()) + "\nThe command check says everything that is wrong with it.\n");
+        throw Failure(
+            ExitStatus::malformedCatalogue,
+            held.text() + printable(e.what()) + "\nThe command check says everything that is wrong with it.\n");
     }
 }
 
@@ -98,7 +100,7 @@ upath preferredFile(const Options& options) {
 std::vector<LookedAt> takeProofs(std::vector<HostCall>::iterator& next, std::vector<HostCall>::iterator end) {
     std::vector<LookedAt> proofs;
     while (next != end && proofs.size() < s_proofsPerProduct && (proofs.empty() || !proofs.back().exists)) {
-        proofs.push_back({std::move(next->subject), next->exists});
+        proofs.push_back({std::move(next->text), next->exists});
         ++next;
     }
     return proofs;
@@ -176,6 +178,22 @@ std::vector<FoundProduct> lookAtProducts(DocProductCollector& collector, const O
         found.push_back({product, isInstalled, takeProofs(next, calls.end())});
     }
     return found;
+}
+
+std::vector<FoundProduct> productsNamed(const std::string& name, DocProductCollector& collector,
+                                        const Options& options) {
+    productNamed(name, collector, options);
+    auto products = lookAtProducts(collector, options);
+    const auto product = productNamed(name, collector, options);
+    const auto isIt = [&](const FoundProduct& found) { return found.product == product; };
+    if (std::none_of(products.begin(), products.end(), isIt)) {
+        throw Failure(ExitStatus::failure, "The catalogue has changed while it was read: try again\n");
+    }
+    std::erase_if(products, [&](const FoundProduct& found) {
+        return !isIt(found) && namesThatAre(name, *found.product).empty();
+    });
+    std::stable_partition(products.begin(), products.end(), std::not_fn(isIt));
+    return products;
 }
 
 }  // namespace app

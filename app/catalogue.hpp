@@ -25,8 +25,8 @@ std::array<CataloguePlace, 3> cataloguePlaces(const Options& options);
 [[noreturn]] void reportMissing(const Options& options);
 
 // The collector of the catalogue in force: the file of --catalogue, or else docset.json in a root. Throws Failure if
-// there is no catalogue, or if it is malformed or can't be read. The library's report on a malformed catalogue goes to
-// standard error.
+// there is no catalogue, or if it is malformed or can't be read. The message for a malformed one starts with the
+// library's report.
 std::shared_ptr<doc_products_shared::DocProductCollector> openCatalogue(const Options& options);
 
 // The file that the collector was built from.
@@ -45,5 +45,9 @@ doc_products_shared::DocProductPtr productNamed(const std::string& name,
 // All products with what the library finds of each. The collector is filled anew with these very products. The options
 // must ask for an explanation.
 std::vector<FoundProduct> lookAtProducts(doc_products_shared::DocProductCollector& collector, const Options& options);
+
+// Those of them that have the name; last the one that it leads to. Throws like productNamed.
+std::vector<FoundProduct> productsNamed(const std::string& name, doc_products_shared::DocProductCollector& collector,
+                                        const Options& options);
 
 }  // namespace app

@@ -76,13 +76,14 @@ void printRaw(const std::string& text, const Options& options) {
     print(std::string(1, options.endsWithNul ? '\0' : '\n'));
 }
 
-// Prints the base codes and short names of all products, each once.
+// Prints the base codes and short names of all products, each once. A name with a NUL can't be an argument.
 void printNames(const DocProductCollector& collector, const Options& options) {
     const DocumentationSet all = readAllProducts(collector, options);
     std::set<std::string> printed;
     for (const auto& product : all.getTopLevelProducts()) {
         for (const std::string* name : {&product->getBaseCode(), &product->getShortName()}) {
-            if (const auto [entry, isNew] = printed.insert(trimmed(*name)); isNew && !entry->empty()) {
+            const auto [entry, isNew] = printed.insert(trimmed(*name));
+            if (isNew && !entry->empty() && entry->find('\0') == std::string::npos) {
                 printRaw(*entry, options);
             }
         }
@@ -127,13 +128,10 @@ void printProduct(const DocProduct& product, const std::string& name) {
 }
 
 Json productAnswer(DocProductCollector& collector, const Options& options) {
-    const auto products = lookAtProducts(collector, options);
-    const auto product = productNamed(*options.name, collector, options);
+    const auto products = productsNamed(*options.name, collector, options);
     Json answer = answerOf("find", ExitStatus::done, {});
     setText(answer, "catalogue", catalogueFile(collector, options));
-    setProduct(answer,
-               *std::find_if(products.begin(), products.end(), [&](auto& found) { return found.product == product; }),
-               *options.name);
+    setProduct(answer, products.back(), *options.name);
     return answer;
 }
 

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,19 +20,21 @@
 #include "roots.hpp"
 #include "terminal_text.hpp"
 
-// The library's own calls, which the host has recorded, are put into words here. Nothing is looked at a second time.
+// Puts into words what the library asked of its host, in the order of its calls.
 namespace app {
 
 namespace {
 
 using Kind = HostCall::Kind;
 
+constexpr const char* s_default = "help in the install root";
+
 // Where something may come from.
 struct Source {
     const char* code;  // for machines
     const char* name;
     bool isAsked = false;
-    std::string text = {};  // what a setting or a redirect says
+    std::optional<std::string> text = {};  // what a setting or a docroot.txt says
     std::vector<LookedAt> lookedAt = {};
 };
 
@@ -71,14 +73,14 @@ private:
 void askSetting(Source& source, Calls& calls) {
     if (const HostCall* const call = calls.take(Kind::getSetting)) {
         source.isAsked = true;
-        source.text = call->answer;
+        source.text = call->text.empty() ? std::nullopt : std::optional(call->text);
     }
 }
 
 void lookAt(Source& source, Calls& calls) {
     while (const HostCall* const call = calls.take(Kind::exists)) {
         source.isAsked = true;
-        source.lookedAt.push_back({call->subject, call->exists});
+        source.lookedAt.push_back({call->text, call->exists});
     }
 }
 
@@ -86,26 +88,29 @@ void lookAt(Source& source, Calls& calls) {
 void askRedirect(Source& source, Calls& calls) {
     lookAt(source, calls);
     if (const HostCall* const record = calls.take(Kind::redirect)) {
-        source.text = record->answer;
+        source.text = record->text;
     }
     lookAt(source, calls);
 }
 
 std::vector<Source> sourcesOfDocumentationRoot(Calls& calls) {
-    Source setting{"setting", "setting DocRoot"}, packages{"support-packages", "support packages"},
-        redirect{"redirect", "redirect in the install root"}, byDefault{"default", "help in the install root"};
+    Source setting{"setting", "setting DocRoot (--doc-root)"};
+    Source packages{"support-packages", "help in the support-package root"};
+    Source redirect{"redirect", "help/docroot.txt in the install root"};
+    Source byDefault{"default", s_default};
     askSetting(setting, calls);
     calls.take(Kind::supportPackageRoot);
     lookAt(packages, calls);
     calls.take(Kind::installRoot);
     askRedirect(redirect, calls);
-    byDefault.isAsked = redirect.isAsked && calls.take(Kind::canonical) == nullptr;
+    byDefault.isAsked = redirect.isAsked && !redirect.lookedAt.back().exists;
     return {setting, packages, redirect, byDefault};
 }
 
 std::vector<Source> sourcesOfDataRoot(Calls& calls) {
-    Source setting{"setting", "setting DocDataRoot"}, root{"documentation-root", "documentation root"},
-        byDefault{"default", "help in the install root"};
+    Source setting{"setting", "setting DocDataRoot (--doc-data-root)"};
+    Source root{"documentation-root", "documentation root"};
+    Source byDefault{"default", s_default};
     askSetting(setting, calls);
     lookAt(root, calls);
     byDefault.isAsked = calls.take(Kind::installRoot) != nullptr;
@@ -121,41 +126,33 @@ std::vector<Explained> explain(const std::array<Root, 2>& roots, Calls calls) {
     return explained;
 }
 
-// From the calls of a search for the catalogue. The library asks for each place only if those before it have none.
-Explained explainCatalogue(const std::vector<HostCall>& calls, const Options& options) {
-    constexpr std::array s_codes = {"option", "documentation-root", "data-root"};
-    Explained catalogue{"catalogue", "catalogue", {}, false, {}};
-    const auto places = cataloguePlaces(options);
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        const auto& [name, file] = places.at(i);
-        Source source{s_codes.at(i), name};
-        const auto call = std::find_if(calls.begin(), calls.end(), [&, &path = file](const HostCall& candidate) {
-            return candidate.kind == Kind::exists && candidate.subject == path;
-        });
-        if (call != calls.end() && !catalogue.exists) {
-            catalogue.path = call->exists ? file : "";
-            catalogue.exists = call->exists;
-            source.isAsked = true;
-            if (!file.empty()) {
-                source.lookedAt.push_back({file, call->exists});
-            }
-        }
-        catalogue.sources.push_back(std::move(source));
-    }
-    return catalogue;
+// The answer to whether a path exists, if that was asked.
+std::optional<bool> answerFor(const std::string& path, const std::vector<HostCall>& calls) {
+    const auto call = std::find_if(calls.begin(), calls.end(), [&](const HostCall& candidate) {
+        return candidate.kind == Kind::exists && candidate.text == path;
+    });
+    return call == calls.end() ? std::nullopt : std::optional(call->exists);
 }
 
-// The products that have the name, the one that it leads to last. Throws Failure if there is none.
-std::vector<FoundProduct> productsNamed(const std::string& name, doc_products_shared::DocProductCollector& collector,
-                                        const Options& options) {
-    auto products = lookAtProducts(collector, options);
-    const auto product = productNamed(name, collector, options);
-    const auto isIt = [&](const FoundProduct& found) { return found.product == product; };
-    std::erase_if(products, [&](const FoundProduct& found) {
-        return !isIt(found) && namesThatAre(name, *found.product).empty();
-    });
-    std::stable_partition(products.begin(), products.end(), std::not_fn(isIt));
-    return products;
+// From the calls of a search for the catalogue, which ends at the first place that has one.
+Explained explainCatalogue(const std::vector<HostCall>& calls, const Options& options) {
+    Explained catalogue{"catalogue", "catalogue", {}, false, {}};
+    const auto places = cataloguePlaces(options);
+    catalogue.sources = {{"option", "--catalogue"},
+                         {"documentation-root", "docset.json in the documentation root"},
+                         {"data-root", "docset.json in the data root"}};
+    for (std::size_t i = 0; i < places.size() && !catalogue.exists; ++i) {
+        const std::string& file = places.at(i).file;
+        Source& source = catalogue.sources[i];
+        const auto exists = answerFor(file, calls);
+        source.isAsked = exists.has_value();
+        catalogue.exists = exists.value_or(false);
+        catalogue.path = catalogue.exists ? file : "";
+        if (source.isAsked && !file.empty()) {
+            source.lookedAt.push_back({file, *exists});
+        }
+    }
+    return catalogue;
 }
 
 // Notes the Failure that a step ends in.
@@ -169,18 +166,30 @@ void attempt(Explanation& explanation, Step step) {
     }
 }
 
-Explanation explanationFor(const Options& options) {
-    doc_products_shared::Docroot::getInstance();  // finds both roots
-    Calls calls(takeCalls());
-    const auto roots = findRoots();
-    Explanation explanation{explain(roots, std::move(calls)), {}, options.name ? "" : missingRoots(roots)};
-    explanation.status = explanation.failure.empty() ? ExitStatus::done : ExitStatus::nothingFound;
+void explainProducts(Explanation& explanation, const Options& options) {
     std::shared_ptr<doc_products_shared::DocProductCollector> collector;
     attempt(explanation, [&] { collector = openCatalogue(options); });
     explanation.places.push_back(explainCatalogue(takeCalls(), options));
     if (collector && options.name) {
         attempt(explanation, [&] { explanation.products = productsNamed(*options.name, *collector, options); });
     }
+}
+
+Explanation explanationFor(const Options& options) {
+    Explanation explanation;
+    attempt(explanation, [] { doc_products_shared::Docroot::getInstance(); });  // finds both roots
+    Calls calls(takeCalls());
+    if (!explanation.failure.empty()) {
+        explanation.places = explain(unknownRoots, std::move(calls));
+        return explanation;
+    }
+    const auto roots = findRoots();
+    explanation.places = explain(roots, std::move(calls));
+    if (const std::string missing = missingRoots(roots); !options.name && !missing.empty()) {
+        explanation.failure = missing;
+        explanation.status = ExitStatus::nothingFound;
+    }
+    explainProducts(explanation, options);
     return explanation;
 }
 
@@ -196,7 +205,10 @@ Json jsonOf(const Explained& explained) {
     Json object = placeOf(explained.path, explained.exists);
     object["sources"] = arrayOf(explained.sources, [&](const Source& source) {
         Json entry = {{"source", source.code}, {"outcome", outcomeOf(explained, source)}};
-        setTextOrNull(entry, "text", source.text);
+        entry["text"] = nullptr;
+        if (source.text) {
+            setText(entry, "text", *source.text);
+        }
         entry["looked_at"] = jsonOf(source.lookedAt);
         return entry;
     });
@@ -220,12 +232,12 @@ void printLine(const std::string& line) {
 }
 
 void printSource(const Explained& explained, const Source& source, std::size_t number) {
-    const bool saysNothing = source.text.empty() && source.lookedAt.empty();
+    const bool saysNothing = !source.text && source.lookedAt.empty();
     const std::string_view outcome = outcomeOf(explained, source);
     printLine(
         fmt::format("  {}. {}: {}", number, source.name, outcome == "not taken" && saysNothing ? "not set" : outcome));
-    if (!source.text.empty()) {
-        printLine(fmt::format("       says \"{}\"", source.text));
+    if (source.text) {
+        printLine(fmt::format("       says \"{}\"", *source.text));
     }
     for (const LookedAt& place : source.lookedAt) {
         printLine(fmt::format("       {} {}", place.path, place.exists ? "exists" : "doesn't exist"));
@@ -247,7 +259,7 @@ void printProducts(const std::vector<FoundProduct>& products, const std::string&
     printLine(fmt::format("  \"{}\" is its {}", name, fieldsOf(namesThatAre(name, *found.product))));
     printLine(fmt::format("  {}: {}", stateOf(found), reasonOf(found)));
     for (auto other = products.begin(); other + 1 != products.end(); ++other) {
-        printLine(fmt::format("  earlier in the catalogue, \"{}\" is the {} of {}, which it doesn't find", name,
+        printLine(fmt::format("  \"{}\" is also the {} of {}, which comes earlier and so isn't found by it", name,
                               fieldsOf(namesThatAre(name, *other->product)), other->product->getDisplayName()));
     }
 }

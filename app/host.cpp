@@ -24,12 +24,6 @@ namespace {
 namespace setting_names = docroot_cache::setting_names;
 using fl::i18n::to_string;
 
-void refuseUnreadable(const std::string& path) {
-    if (const std::string reason = obstacle(path); !reason.empty()) {
-        throw Failure(ExitStatus::failure, printable("Can't read " + path + ": " + reason) + "\n");
-    }
-}
-
 bool isNamed(const fl::ustring& path, const fl::ustring& name) {
     return path == name || path.ends_with(u'/' + name);
 }
@@ -59,7 +53,7 @@ public:
     fl::ustring getSetting(const settings::core::Settings& node, const std::string& name,
                            const std::string& level) override {
         fl::ustring value = m_former.getSetting(node, name, level);
-        record({HostCall::Kind::getSetting, name, to_string(value)});
+        record({HostCall::Kind::getSetting, to_string(value)});
         return value;
     }
 
@@ -69,15 +63,13 @@ public:
     }
 
     fl::ustring supportPackageRoot() override {
-        fl::ustring root = m_former.supportPackageRoot();
-        record({HostCall::Kind::supportPackageRoot, {}, to_string(root)});
-        return root;
+        record({HostCall::Kind::supportPackageRoot});
+        return m_former.supportPackageRoot();
     }
 
     fl::ustring installRoot() override {
-        fl::ustring root = m_former.installRoot();
-        record({HostCall::Kind::installRoot, {}, to_string(root)});
-        return root;
+        record({HostCall::Kind::installRoot});
+        return m_former.installRoot();
     }
 
     bool exists(const fl::ustring& path) override {
@@ -86,18 +78,19 @@ public:
         }
         const bool answer = m_former.exists(path);
         if (m_isRecording) {
-            record({HostCall::Kind::exists, to_string(path), {}, answer});
+            record({HostCall::Kind::exists, to_string(path), answer});
         }
         return answer;
     }
 
-    fl::ustring canonical(const fl::ustring& path) override {
-        fl::ustring answer = m_former.canonical(path);
-        record({HostCall::Kind::canonical, to_string(path), to_string(answer)});
-        return answer;
+private:
+    void refuseUnreadable(const std::string& path) {
+        if (const std::string reason = obstacle(path); !reason.empty()) {
+            record({HostCall::Kind::exists, path, true});
+            throw Failure(ExitStatus::failure, printable("Can't read " + path + ": " + reason) + "\n");
+        }
     }
 
-private:
     const fl::ustring m_catalogue;
     const bool m_isRecording;
     const bool m_isReadOnly;
@@ -113,7 +106,7 @@ Services* s_services = nullptr;
 void recordRedirect(const std::string& message) {
     constexpr std::string_view s_start = "Using docroot.txt to redirect docroot to ";
     if (message.starts_with(s_start)) {
-        s_services->record({HostCall::Kind::redirect, {}, message.substr(s_start.size())});
+        s_services->record({HostCall::Kind::redirect, message.substr(s_start.size())});
     }
 }
 

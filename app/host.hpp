@@ -7,20 +7,18 @@ namespace app {
 
 struct Options;
 
-// Something that the library asked of its host, and the answer.
+// Something that the library asked of its host.
 struct HostCall {
     enum class Kind {
-        getSetting,          // subject: the setting's name; answer: its value
-        supportPackageRoot,  // answer: the root
-        installRoot,         // answer: the root
-        exists,              // subject: the path
-        canonical,           // subject: the path
-        redirect,            // not a call but a log record: the library has read a docroot.txt; answer: its text
+        getSetting,  // text: the value
+        supportPackageRoot,
+        installRoot,
+        exists,  // text: the path
+        redirect,  // not a call but a log record: the library has read a docroot.txt; text: what it says
     };
 
     Kind kind;
-    std::string subject = {};
-    std::string answer = {};
+    std::string text = {};
     bool exists = false;
 };
 
@@ -29,7 +27,7 @@ struct HostCall {
 void configureHost(const Options& options);
 
 // What the library has asked on this thread since the function was last called, in order; nothing unless the options
-// ask for what is made of it. A call that threw isn't recorded.
+// ask for what is made of it.
 std::vector<HostCall> takeCalls();
 
 }  // namespace app

@@ -35,8 +35,9 @@ std::string notEmpty(const std::string& text) {
     return text.empty() ? "Must not be empty" : "";
 }
 
-std::string notNegative(const std::string& number) {
-    return number.starts_with('-') ? "Must not be negative" : "";
+std::string wholeNumber(const std::string& text) {
+    const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+    return isNumber ? "" : "Must be a whole number";
 }
 
 // Called for the main command and for each subcommand, so that these options may precede or follow the subcommand.
@@ -124,22 +125,22 @@ void addCheck(CLI::App& app, Options& options) {
         ->type_name("N")
         ->take_last()
         ->capture_default_str()
-        ->check(notNegative);
-    command.add_option("--format", check.format, "Form of the report")
-        ->type_name("FORM")
-        ->take_last()
-        ->capture_default_str()
-        ->check(CLI::IsMember({"text", "json", "sarif"}));
-    command
-        .add_flag_callback(
-            "--json", [&check] { check.format = "json"; }, "The same as --format json")
-        ->excludes("--format");
+        ->check(wholeNumber);
+    auto* const format = command.add_option("--format", check.format, "Form of the report")
+                             ->type_name("FORM")
+                             ->take_last()
+                             ->capture_default_str()
+                             ->check(CLI::IsMember({"text", "json", "sarif"}));
+    auto* const json = command
+                           .add_flag_callback(
+                               "--json", [&check] { check.format = "json"; }, "The same as --format json")
+                           ->excludes(format);
     command
         .add_option("--explain", check.explainedCode, "Print what a code means and how to mend it; without CODE, all")
         ->type_name("[CODE]")
         ->expected(0, 1)
         ->take_last()
-        ->excludes(files)
+        ->excludes(files, format, json)
         ->check([](const std::string& name) { return name.empty() ? "" : codeName(name); });
 }
 
@@ -247,6 +248,7 @@ Options readOptions(int argc, const char* const* argv) {
     if (options.catalogue && !options.check.files.empty()) {
         refuse("--catalogue and FILE can't be used together");
     }
+    options.json = options.json || options.check.format == "json";
     return options;
 }
 

@@ -48,7 +48,9 @@ struct Options {
     CheckOptions check;
 
     // True if the answer says how the library came to its own.
-    bool explains() const { return command == Command::explain || all || json; }
+    bool explains() const {
+        return command == Command::explain || all || (json && command != Command::checkCatalogues);
+    }
 };
 
 // Reads the command line. Throws Failure on wrong usage.

@@ -8,18 +8,15 @@
 
 namespace app {
 
-namespace {
-
-Root rootAt(const char* key, const char* name, const fl::filesystem::upath& path) {
-    return {key, name, to_string(path), fl::filesystem::exists(path)};
-}
-
-}  // namespace
-
 std::array<Root, 2> findRoots() {
     auto& docroot = doc_products_shared::Docroot::getInstance();
-    return {rootAt("documentation_root", "documentation root", docroot.getDocroot()),
-            rootAt("data_root", "data root", docroot.getDocDataRoot())};
+    const std::array paths = {docroot.getDocroot(), docroot.getDocDataRoot()};
+    auto roots = unknownRoots;
+    for (std::size_t i = 0; i < roots.size(); ++i) {
+        roots.at(i).path = to_string(paths.at(i));
+        roots.at(i).exists = fl::filesystem::exists(paths.at(i));
+    }
+    return roots;
 }
 
 std::string missingRoots(const std::array<Root, 2>& roots) {

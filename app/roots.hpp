@@ -12,6 +12,10 @@ struct Root {
     bool exists;
 };
 
+// Before they are found.
+inline const std::array unknownRoots = {Root{"documentation_root", "documentation root", "", false},
+                                        Root{"data_root", "data root", "", false}};
+
 // The documentation root and the data root.
 std::array<Root, 2> findRoots();
 

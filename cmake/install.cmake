@@ -1,5 +1,5 @@
 # What `cmake --install` puts where: the libraries with the CMake package and the pkg-config file, and the command with
-# its man page, its completions and the schema of catalogues. Headers lie below include/docproducts, which is on the
+# its man page, its completions and the schemas. Headers lie below include/docproducts, which is on the
 # include path; so they are included as they are here.
 include(CMakePackageConfigHelpers)
 

@@ -1,11 +1,16 @@
 #include "check/Report.hpp"
 
+#include "terminal_text.hpp"
 #include "text.hpp"
 
 namespace app::check {
 
-std::string unreadable(const Report& report) {
-    return "Can't read " + report.file + ": " + report.failure;
+std::string failuresOf(const Findings& findings) {
+    std::string lines = findings.failure;
+    for (const Report& report : findings.reports) {
+        lines += report.failure.empty() ? "" : printable("Can't read " + report.file + ": " + report.failure) + '\n';
+    }
+    return lines;
 }
 
 std::map<std::size_t, LineColumn> locate(const std::string& text, const std::set<std::size_t>& offsets) {

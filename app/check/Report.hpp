@@ -28,8 +28,8 @@ struct Findings {
     ExitStatus status = ExitStatus::done;
 };
 
-// What to say of a file that couldn't be read.
-std::string unreadable(const Report& report);
+// What couldn't be checked, in printable lines.
+std::string failuresOf(const Findings& findings);
 
 // Counted from 1. The column counts code points; a byte that isn't UTF-8 is one.
 struct LineColumn {

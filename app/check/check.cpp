@@ -137,15 +137,6 @@ void write(const Findings& findings, const Options& options) {
     }
 }
 
-void reportFailures(const Findings& findings) {
-    std::cerr << findings.failure;
-    for (const Report& report : findings.reports) {
-        if (!report.failure.empty()) {
-            std::cerr << printable(unreadable(report)) << '\n';
-        }
-    }
-}
-
 void explain(const std::string& name) {
     if (const Code* found = findCode(name)) {
         return print(
@@ -168,7 +159,7 @@ ExitStatus checkCatalogues(const Options& options) {
     const check::Findings findings = check::find(options);
     check::write(findings, options);
     flushOutput();  // before any message on standard error
-    check::reportFailures(findings);
+    std::cerr << check::failuresOf(findings);
     return findings.status;
 }
 

@@ -120,27 +120,30 @@ Json resultOf(const Problem& problem, const Report& report, const Located& locat
     return result;
 }
 
-// What kept the command from checking all files.
+Json notificationOf(const char* level, const std::string& text) {
+    return {{"level", level}, {"message", messageOf(text)}};
+}
+
+// What the results don't say.
 Json invocationOf(const Findings& findings) {
+    const std::string failures = failuresOf(findings);
     Json notifications = Json::array();
-    const auto add = [&](const std::string& text) {
-        notifications.push_back({{"level", "error"}, {"message", messageOf(text)}});
-    };
-    if (!findings.failure.empty()) {
-        add(findings.failure);
+    if (!failures.empty()) {
+        notifications.push_back(notificationOf("error", failures));
     }
     for (const Report& report : findings.reports) {
-        if (!report.failure.empty()) {
-            add(unreadable(report));
+        if (const std::size_t omitted = report.problems.omitted(); omitted > 0) {
+            notifications.push_back(
+                notificationOf("warning", fmt::format("{}: and {} more problems", report.file, omitted)));
         }
     }
-    return {{"executionSuccessful", notifications.empty()}, {"toolExecutionNotifications", notifications}};
+    return {{"executionSuccessful", failures.empty()}, {"toolExecutionNotifications", notifications}};
 }
 
 }  // namespace
 
 Json jsonOf(const Findings& findings) {
-    Json answer = answerOf("check", findings.status, findings.failure);
+    Json answer = answerOf("check", findings.status, failuresOf(findings));
     answer["files"] = arrayOf(findings.reports, fileOf);
     return answer;
 }

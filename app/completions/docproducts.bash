@@ -4,11 +4,12 @@ _docproducts_reply() {
     mapfile -t COMPREPLY < <(compgen "$@" -- "$word")
 }
 
-# Replies with names in the catalogue that the line chooses. They are foreign, so compgen mustn't expand them.
+# Replies with names in the catalogue that the line chooses, but for those that look like options. Names are foreign, so
+# compgen mustn't expand them.
 _docproducts_names() {
     local name
     while read -r -d '' name; do
-        [[ $name == *[[:cntrl:]]* || $name != "$word"* ]] || COMPREPLY+=("$(printf %q "$name")")
+        [[ $name == -* || $name == *[[:cntrl:]]* || $name != "$word"* ]] || COMPREPLY+=("$(printf %q "$name")")
     done < <("${COMP_WORDS[0]}" list --names -0 "${given[@]}" 2>/dev/null)
 }
 

@@ -2,7 +2,8 @@
 
 # Names in the catalogue that the line chooses.
 function __docproducts_names
-    set -l line (string replace -r '^(find|explain)$' list -- (commandline -o -p -c))
+    set -l line (commandline -o -p -c | string match -r -v '^(--json|--path|--null|-0)$')
+    set line (string replace -r '^(find|explain)$' list -- $line)
     command $line --names 2>/dev/null
 end
 

@@ -168,7 +168,7 @@ TEST_F(Command, ChecksCatalogues) {
         {"check --format sarif none | grep Successful",
          "          \"executionSuccessful\": false,\n2| Can't read none: does not exist\n"},
         {"check - < $T", "2| Can't read -: Is a directory\n[1]\n"},
-        {"check --max -1", "2| --max: Must not be negative\n2| Run docproducts --help for more information.\n[2]\n"},
+        {"check --max -1", "2| --max: Must be a whole number\n2| Run docproducts --help for more information.\n[2]\n"},
         {"check --explain near-key | head -n 1",
          "near-key: warning, a key that isn't read but is much like one that is\n"},
         {"check --install-root none 2> $T/all", "[4]\n"},
@@ -183,38 +183,38 @@ TEST_F(Command, ExplainsItsAnswers) {
     expect({
         {"explain vorlan --install-root vorlan --doc-root shared-documentation --catalogue vorlan/help/docset.json",
          "documentation root: shared-documentation\n"
-         "  1. setting DocRoot: taken\n"
+         "  1. setting DocRoot (--doc-root): taken\n"
          "       says \"shared-documentation\"\n"
-         "  2. support packages: not asked\n"
-         "  3. redirect in the install root: not asked\n"
+         "  2. help in the support-package root: not asked\n"
+         "  3. help/docroot.txt in the install root: not asked\n"
          "  4. help in the install root: not asked\n"
          "data root: shared-documentation\n"
-         "  1. setting DocDataRoot: not set\n"
+         "  1. setting DocDataRoot (--doc-data-root): not set\n"
          "  2. documentation root: taken\n"
          "       shared-documentation/docCatalog/dataroot.txt exists\n"
          "  3. help in the install root: not asked\n"
          "catalogue: vorlan/help/docset.json\n"
-         "  1. preferred file: taken\n"
+         "  1. --catalogue: taken\n"
          "       vorlan/help/docset.json exists\n"
-         "  2. in the documentation root: not asked\n"
-         "  3. in the data root: not asked\n"
+         "  2. docset.json in the documentation root: not asked\n"
+         "  3. docset.json in the data root: not asked\n"
          "product: VORLAN\n"
          "  \"vorlan\" is its short name, help location\n"
          "  installed: shared-documentation/vorlan/doccenter.properties exists\n"},
         {"explain --install-root $T/own --support-package-root support-packages/.. | head -n 16",
          "documentation root: $T/own/help\n"
-         "  1. setting DocRoot: not set\n"
-         "  2. support packages: not taken\n"
+         "  1. setting DocRoot (--doc-root): not set\n"
+         "  2. help in the support-package root: not taken\n"
          "       support-packages/.. exists\n"
          "       support-packages/../help/index.html doesn't exist\n"
          "       support-packages/../help/documentation-center.html doesn't exist\n"
-         "  3. redirect in the install root: not taken\n"
+         "  3. help/docroot.txt in the install root: not taken\n"
          "       says \"none\"\n"
          "       $T/own/help/docroot.txt exists\n"
          "       $T/own/help/none doesn't exist\n"
          "  4. help in the install root: taken\n"
          "data root: $T/own/help\n"
-         "  1. setting DocDataRoot: not set\n"
+         "  1. setting DocDataRoot (--doc-data-root): not set\n"
          "  2. documentation root: not taken\n"
          "       $T/own/help/docCatalog/dataroot.txt doesn't exist\n"
          "  3. help in the install root: taken\n"
@@ -227,7 +227,7 @@ TEST_F(Command, ExplainsItsAnswers) {
          "product: x\n  \"x\" is its display name\n"
          "  not found: no doccenter.properties in vorlan/help/none, no b.properties in "
          "vorlan/help/docCatalog/products\n"
-         "  earlier in the catalogue, \"x\" is the base code of First, which it doesn't find\n"},
+         "  \"x\" is also the base code of First, which comes earlier and so isn't found by it\n"},
         {"explain SX --install-root vorlan | tail -n 1", "  web-only: in the family webonlyproducts\n"},
         {"explain sx --install-root vorlan > $T/all",
          "2| No product has the name \"sx\" (did you mean \"SX\"?)\n[4]\n"},
@@ -295,6 +295,15 @@ TEST_F(Command, ReadsOnlyReadableRegularFiles) {
         {"roots --install-root $T/b --doc-root $T", roots("$T", "$T/b/help")},
         {"find x --catalogue $T/c.json", "2| Can't read $T/c.json: permission denied\n[1]\n"},
         {"list --doc-root $T", "2| Can't read $T/docset.json: is not a regular file\n[1]\n"},
+        {"explain x --doc-root $T | tail -n 5",
+         "catalogue: $T/docset.json\n  1. --catalogue: not set\n  2. docset.json in the documentation root: taken\n"
+         "       $T/docset.json exists\n  3. docset.json in the data root: not asked\n"
+         "2| Can't read $T/docset.json: is not a regular file\n"},
+        {"explain --install-root $T/b | sed -n '7,11p'",
+         "  3. help/docroot.txt in the install root: not taken\n       $T/b/help/docroot.txt exists\n"
+         "  4. help in the install root: not asked\ndata root: none\n"
+         "  1. setting DocDataRoot (--doc-data-root): not asked\n"
+         "2| Can't read $T/b/help/docroot.txt: is a folder\n"},
     });
 }
 
