@@ -13,7 +13,7 @@ struct HostCall {
         getSetting,  // text: the value
         supportPackageRoot,
         installRoot,
-        exists,  // text: the path
+        exists,    // text: the path
         redirect,  // not a call but a log record: the library has read a docroot.txt; text: what it says
     };
 

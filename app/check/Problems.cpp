@@ -16,10 +16,23 @@ void Problems::add(Problem problem) {
     ++m_counts.at(index);
     m_kept.at(index).emplace(key, std::move(problem));
     if (++m_keptTotal > m_policy.most && m_policy.most > 0) {
-        auto& least = *std::find_if(m_kept.rbegin(), m_kept.rend(), [](const auto& kept) { return !kept.empty(); });
-        least.erase(std::prev(least.end()));
+        auto& last = m_kept.at(static_cast<std::size_t>(m_kept.crend() - least()) - 1);
+        last.erase(std::prev(last.end()));
         --m_keptTotal;
     }
+}
+
+Problems::Kept::const_reverse_iterator Problems::least() const {
+    return std::find_if(m_kept.rbegin(), m_kept.rend(), [](const auto& kept) { return !kept.empty(); });
+}
+
+bool Problems::mayKeep(const Code& code, std::size_t offset) const {
+    if (m_policy.most == 0 || m_keptTotal < m_policy.most) {
+        return true;
+    }
+    const auto& last = *std::prev(least()->end());
+    const Severity severity = severityOf(code), lowest = severityOf(*last.second.code);
+    return severity < lowest || (severity == lowest && offset < last.first.first);
 }
 
 Severity Problems::severityOf(const Code& code) const {

@@ -27,6 +27,10 @@ public:
 
     void add(Problem problem);
 
+    // True if one of that code at that offset would be kept now. Of a million problems few are shown, and only those
+    // need a pointer.
+    bool mayKeep(const Code& code, std::size_t offset) const;
+
     Severity severityOf(const Code& code) const;
     std::size_t count(Severity severity) const { return m_counts.at(static_cast<std::size_t>(severity)); }
     std::size_t total() const;
@@ -38,10 +42,14 @@ public:
 
 private:
     using Key = std::pair<std::size_t, std::size_t>;  // the offset, and the number of problems added before
+    using Kept = std::array<std::map<Key, Problem>, severities.size()>;
+
+    // Those of the least severity that there is.
+    Kept::const_reverse_iterator least() const;
 
     const Policy& m_policy;
     std::array<std::size_t, severities.size()> m_counts{};
-    std::array<std::map<Key, Problem>, severities.size()> m_kept;
+    Kept m_kept;
     std::size_t m_keptTotal = 0;
 };
 

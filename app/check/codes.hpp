@@ -28,7 +28,7 @@ struct Code {
 inline constexpr std::array codes = {
     Code{"expected-value", Severity::error, "no value or key where one must be",
          "A value starts with a double quote, a bracket, a digit, \"-\", true, false or null, and a key with a double\n"
-         "quote. A comma after the last item and a comment are refused too.\n"
+         "quote. A comma after the last item, a comment and a blank beyond ASCII are refused too.\n"
          "    {\"status\": current}      write \"current\"\n"},
     Code{"expected-comma", Severity::error, "no comma or closing bracket after an item",
          "Members of an object and elements of an array are separated by commas.\n"
@@ -36,7 +36,7 @@ inline constexpr std::array codes = {
          "If the fault isn't visible, look at the string before it: its closing quote may be missing.\n"},
     Code{"expected-colon", Severity::error, "no colon after a key",
          "    {\"status\" \"current\"}      write \"status\": \"current\"\n"},
-    Code{"unexpected-end", Severity::error, "the text ends too early",
+    Code{"unexpected-end", Severity::error, "the text or a string doesn't end where it must",
          "A closing bracket or quote is missing, or the file is empty or cut off.\n"},
     Code{"bad-escape", Severity::error, "no escape after a backslash",
          "Only \" \\ / b f n r t u may follow a backslash. Double it to get the character itself.\n"
@@ -78,9 +78,15 @@ inline constexpr std::array codes = {
     Code{"location-outside", Severity::warning, "a help location that isn't one in the data root",
          "Locations are relative to the data root, and \"..\" must not lead out of it.\n"
          "    \"help_location\": \"/opt/help/sea\"      write \"sea\"\n"},
+    Code{"location-form", Severity::warning, "a help location in another form than the shortest",
+         "Products are found by their help location as it is written, so each should be written in one way.\n"
+         "    \"help_location\": \"./sea//lighthouse/\"      write \"sea/lighthouse\"\n"},
     Code{"short-name-outside", Severity::warning, "a short name that leads to a file outside the data root",
          "The file docCatalog/products/<short name>.properties proves that the product is installed, so a short name\n"
          "must not lead out of the data root.\n"},
+    Code{"short-name-form", Severity::warning, "a short name that is a path or the name of a file",
+         "The file docCatalog/products/<short name>.properties proves that the product is installed.\n"
+         "    \"short_name\": \"lighthouse.properties\"      write \"lighthouse\"\n"},
     Code{"backslash", Severity::warning, "a backslash in a help location",
          "The separator is \"/\" on every system.\n"
          "    \"help_location\": \"sea\\\\lighthouse\"      write \"sea/lighthouse\"\n"},

@@ -6,8 +6,12 @@
 #include <charconv>
 #include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "check/Problems.hpp"
+#include "check/pointer.hpp"
+#include "json/lexical_reader.hpp"
 
 namespace app::check {
 
@@ -18,26 +22,34 @@ class Scan {
 public:
     Scan(std::string_view text, Problems& problems) : m_text(text), m_problems(problems) {}
 
-    void run() {
-        while (m_offset < m_text.size()) {
-            m_isInString ? readInString() : readOutside();
-        }
-    }
+    void run();
 
 private:
-    void report(const Code& code, std::size_t length, std::string message) {
-        m_problems.add({&code, {m_offset, length}, std::move(message), {}});
-    }
+    // An object or array, and where the scan is in it.
+    struct Level {
+        bool isArray;
+        std::size_t index = 0;
+        std::string_view key = {};  // as written, with its quotes; empty before the colon
+    };
+
+    void report(const Code& code, std::size_t length, std::string message);
+    std::string pointer() const;
     void readInString();
     void readOutside();
+    void readPunctuation(char byte);
     void readNumber();
     void readEscape();
     void readCharacter();
+    void countStray();
 
     std::string_view m_text;
     Problems& m_problems;
     std::size_t m_offset = 0;
     bool m_isInString = false;
+    std::size_t m_stringBegin = 0;  // of the string that is read, or of the last one
+    std::vector<Level> m_levels;
+    std::size_t m_strayBytes = 0;  // that aren't UTF-8
+    Problem m_firstStray{&code("invalid-utf8"), {0, 1}, {}, {}};
 };
 
 bool isControl(char byte) {
@@ -48,12 +60,58 @@ bool isNumeric(char byte) {
     return (byte >= '0' && byte <= '9') || byte == '-';
 }
 
+// The key as the reader decodes it. Its syntax is right.
+std::string decoded(std::string_view quoted) {
+    const std::string text(quoted);
+    auto position = text.begin();
+    std::string key;
+    foundation::json::parse_string(key, position, text.end(), 0);
+    return key;
+}
+
+std::string adviceFor(char control) {
+    return control == '\n'   ? "a line feed in a string: write it as \\n"
+           : control == '\t' ? "a tab in a string: write it as \\t"
+                             : fmt::format("a control character: write it as \\u{:04x}", control);
+}
+
+void Scan::run() {
+    while (m_offset < m_text.size()) {
+        m_isInString ? readInString() : readOutside();
+    }
+    if (m_strayBytes > 0) {
+        m_firstStray.message =
+            m_strayBytes == 1
+                ? "a byte that isn't UTF-8: save the file as UTF-8"
+                : fmt::format("the first of {} bytes that aren't UTF-8: save the file as UTF-8", m_strayBytes);
+        m_problems.add(std::move(m_firstStray));
+    }
+}
+
+void Scan::report(const Code& code, std::size_t length, std::string message) {
+    m_problems.add(
+        {&code, {m_offset, length}, std::move(message), m_problems.mayKeep(code, m_offset) ? pointer() : ""});
+}
+
+// Of the value that is read; in a key, of its object.
+std::string Scan::pointer() const {
+    std::string text;
+    for (const Level& level : m_levels) {
+        if (level.isArray) {
+            appendTo(text, std::to_string(level.index));
+        } else if (!level.key.empty()) {
+            appendTo(text, decoded(level.key));
+        }
+    }
+    return text;
+}
+
 void Scan::readInString() {
     const char byte = m_text[m_offset];
     if (byte == '\\') {
         readEscape();
     } else if (isControl(byte)) {
-        report(code("control-character"), 1, fmt::format("a control character: write it as \\u{:04x}", byte));
+        report(code("control-character"), 1, adviceFor(byte));
         ++m_offset;
     } else {
         m_isInString = byte != '"';
@@ -69,8 +127,34 @@ void Scan::readOutside() {
     if (isNumeric(byte)) {
         readNumber();
     } else {
-        m_isInString = byte == '"';
+        readPunctuation(byte);
         ++m_offset;
+    }
+}
+
+void Scan::readPunctuation(char byte) {
+    switch (byte) {
+        case '"':
+            m_isInString = true;
+            m_stringBegin = m_offset;
+            break;
+        case '{':
+        case '[':
+            m_levels.push_back({byte == '['});
+            break;
+        case '}':
+        case ']':
+            m_levels.pop_back();
+            break;
+        case ':':
+            m_levels.back().key = m_text.substr(m_stringBegin, m_offset - m_stringBegin);
+            break;
+        case ',':
+            ++m_levels.back().index;
+            m_levels.back().key = {};
+            break;
+        default:
+            break;
     }
 }
 
@@ -108,13 +192,21 @@ void Scan::readEscape() {
     m_offset += unit == 0 ? 2 : isPair ? 12 : 6;
 }
 
+// One problem for the file: to save it in another encoding mends all.
+void Scan::countStray() {
+    if (m_strayBytes++ == 0) {
+        m_firstStray.place.offset = m_offset;
+        m_firstStray.pointer = pointer();
+    }
+}
+
 void Scan::readCharacter() {
     namespace utf = boost::locale::utf;
     const char* const begin = m_text.data() + m_offset;
     const char* end = begin;
     const auto point = utf::utf_traits<char>::decode(end, m_text.data() + m_text.size());
     if (point == utf::illegal || point == utf::incomplete) {
-        report(code("invalid-utf8"), 1, "a byte that isn't part of UTF-8");
+        countStray();
         end = begin + 1;
     }
     m_offset += static_cast<std::size_t>(end - begin);

@@ -1,6 +1,7 @@
 #include "check/products.hpp"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -24,8 +25,29 @@ constexpr std::array<const char*, fieldCount> s_fieldNames = {"display name", "h
 
 const std::string s_folderOfShortNames = "docCatalog/products/";
 
+// The path as it is to be written: without ".", "x/..", "//" and a "/" at the end.
+std::string plainForm(const std::string& path) {
+    if (path.find('.') == std::string::npos && path.find("//") == std::string::npos && !path.ends_with('/')) {
+        return path;
+    }
+    std::string plain = std::filesystem::path(path).lexically_normal();
+    if (plain.size() > 1 && plain.back() == '/') {
+        plain.pop_back();
+    }
+    return plain;
+}
+
+// True for what names a place outside every folder: a URL, or a path on a drive.
+bool hasScheme(const std::string& location) {
+    const std::size_t colon = location.find(':');
+    return colon == 1 || (colon != std::string::npos && location.compare(colon, 3, "://") == 0);
+}
+
 // True if the path, appended to a folder, leads out of it.
 bool leadsOut(const std::string& path) {
+    if (path.find("..") == std::string::npos) {
+        return false;
+    }
     const auto normal = ("." / std::filesystem::path(path).relative_path()).lexically_normal();
     return *normal.begin() == "..";
 }
@@ -45,24 +67,31 @@ void ProductChecks::check(const Product& product) {
 }
 
 void ProductChecks::checkNames(const Product& product) {
-    const auto isEmpty = [&](Field field) { return trimmed(product.fields.at(field).text).empty(); };
+    const auto isEmpty = [&](Field field) {
+        const Text& name = product.fields.at(field);
+        return trimmed(name.text).empty() && (name.isThere || field == altShortName);
+    };
     if (std::all_of(s_names.begin(), s_names.end(), isEmpty)) {
         m_problems.add({&code("all-names-empty"), product.place,
                         "nothing can find this product: all its names are empty", pointerTo(product)});
         return;
     }
+    std::vector<Taken> taken;
     for (const Field field : s_names) {
         if (product.fields.at(field).isThere) {
-            checkName(product, field);
+            checkName(product, field, taken);
         }
     }
+    reportTaken(product, taken);
 }
 
-void ProductChecks::checkName(const Product& product, Field field) {
+void ProductChecks::checkName(const Product& product, Field field, std::vector<Taken>& taken) {
     const std::string& text = product.fields.at(field).text;
     std::string name = trimmed(text);
     if (name.empty()) {
-        return report(code("empty-name"), product, field, fmt::format("the {} is empty", s_fieldNames.at(field)));
+        return report(
+            code("empty-name"), product, field,
+            fmt::format("the {} {}", s_fieldNames.at(field), text.empty() ? "is empty" : "has no visible character"));
     }
     if (name != text) {
         report(code("blank-around-name"), product, field,
@@ -71,29 +100,62 @@ void ProductChecks::checkName(const Product& product, Field field) {
     const Use use{product.index, field, product.fields.at(field).place, product.fields[displayName].text};
     const auto [former, isNew] = m_names.try_emplace(std::move(name), use);
     if (!isNew && former->second.product != product.index) {
-        report(code("ambiguous-name"), product, field,
-               fmt::format("\"{}\" leads to this product, not to \"{}\"", former->first, former->second.displayName),
-               {{fmt::format("{} of \"{}\"", s_fieldNames.at(former->second.field), former->second.displayName),
-                 former->second.place}});
+        taken.push_back({field, former->first, former->second});
     }
     former->second = use;
 }
 
-void ProductChecks::checkLocations(const Product& product) {
-    const std::string& location = product.fields[helpLocation].text;
-    if (location.starts_with('/')) {
-        report(code("location-outside"), product, helpLocation, "a help location is relative: remove the first \"/\"");
+// Names of earlier products, in one problem: often the whole product is a copy.
+void ProductChecks::reportTaken(const Product& product, const std::vector<Taken>& taken) {
+    if (taken.empty()) {
+        return;
     }
-    if (leadsOut(location)) {
+    std::vector<std::string> names;
+    std::vector<Related> related;
+    for (const auto& [field, name, use] : taken) {
+        names.push_back('"' + name + '"');
+        related.push_back({fmt::format("{} of \"{}\", number {} in the list", s_fieldNames.at(use.field),
+                                       use.displayName, use.product + 1),
+                           use.place});
+    }
+    const bool isOne = taken.size() == 1;
+    report(code("ambiguous-name"), product, taken.front().field,
+           fmt::format("{} {} this product, number {} in the list, and no longer the earlier one",
+                       fmt::join(names, ", "), isOne ? "finds" : "find", product.index + 1),
+           std::move(related));
+}
+
+void ProductChecks::checkLocations(const Product& product) {
+    checkLocation(product, product.fields[helpLocation].text);
+    const std::string& name = product.fields[shortName].text;
+    if (leadsOut(s_folderOfShortNames + name)) {
+        report(code("short-name-outside"), product, shortName,
+               fmt::format("the short name \"{}\" leads out of the data root", name));
+    } else if (name.find('/') != std::string::npos) {
+        report(code("short-name-form"), product, shortName, "a short name is no path: it takes no \"/\"");
+    } else if (name.ends_with(".properties")) {
+        report(code("short-name-form"), product, shortName, "a short name is no file name: remove \".properties\"");
+    }
+}
+
+void ProductChecks::checkLocation(const Product& product, const std::string& location) {
+    if (hasScheme(location)) {
+        report(code("location-outside"), product, helpLocation,
+               "a help location is a folder below the data root, and no URL or drive");
+    } else if (location.starts_with('/')) {
+        report(code("location-outside"), product, helpLocation, "a help location is relative: remove the first \"/\"");
+    } else if (leadsOut(location)) {
         report(code("location-outside"), product, helpLocation,
                fmt::format("the help location \"{}\" leads out of the data root", location));
+    } else if (const std::string plain = plainForm(location); plain != location) {
+        report(code("location-form"), product, helpLocation, fmt::format("write this location as \"{}\"", plain));
     }
     if (location.find('\\') != std::string::npos) {
         report(code("backslash"), product, helpLocation, "a backslash in the help location: the separator is \"/\"");
     }
-    if (leadsOut(s_folderOfShortNames + product.fields[shortName].text)) {
-        report(code("short-name-outside"), product, shortName,
-               fmt::format("the short name \"{}\" leads out of the data root", product.fields[shortName].text));
+    if (std::any_of(location.begin(), location.end(), [](char byte) { return byte >= '\b' && byte <= '\r'; })) {
+        report(code("backslash"), product, helpLocation,
+               "a backslash that became a control character, such as \"\\t\": the separator is \"/\"");
     }
 }
 

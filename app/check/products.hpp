@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "check/walk.hpp"
 
@@ -24,11 +25,20 @@ private:
         std::string displayName;
     };
 
+    // A name of a product that an earlier one has.
+    struct Taken {
+        Field field;
+        std::string name;
+        Use former;
+    };
+
     void report(const Code& code, const Product& product, Field field, std::string message,
                 std::vector<Related> related = {});
     void checkNames(const Product& product);
-    void checkName(const Product& product, Field field);
+    void checkName(const Product& product, Field field, std::vector<Taken>& taken);
+    void reportTaken(const Product& product, const std::vector<Taken>& taken);
     void checkLocations(const Product& product);
+    void checkLocation(const Product& product, const std::string& location);
     void checkFamilies(const Product& product);
 
     Problems& m_problems;

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace app::check {
 
@@ -13,8 +13,6 @@ using foundation::json::ParseResult;
 
 const Code& codeOf(ParseResult result) {
     switch (result) {
-        case ParseResult::Ok:
-            return code("text-after-document");
         case ParseResult::ExpectedArrayDelimiter:
         case ParseResult::ExpectedObjectDelimiter:
             return code("expected-comma");
@@ -41,72 +39,191 @@ const Code& codeOf(ParseResult result) {
 }
 
 struct Wording {
-    std::string_view start;  // of the text at the fault
-    const char* message;
+    std::string_view start;  // of the text
+    std::string_view message;
+};
+
+constexpr std::array s_files = {
+    Wording{"\xFE\xFF", "the file is UTF-16: save it as UTF-8"},
+    Wording{"\xFF\xFE", "the file is UTF-16: save it as UTF-8"},
+    Wording{"\x1F\x8B", "the file is compressed with gzip: unpack it"},
+    Wording{"<", "the file is XML or HTML: a catalogue is JSON"},
 };
 
 // What authors write where JSON has no such thing.
-constexpr std::array s_wordings = {
-    Wording{"\xEF\xBB\xBF", "a byte order mark: save the file as UTF-8 without one"},
-    Wording{"\xFE\xFF", "the file is UTF-16: save it as UTF-8"},
-    Wording{"\xFF\xFE", "the file is UTF-16: save it as UTF-8"},
-    Wording{"'", "strings and keys take double quotes"},
-    Wording{",", "a comma too many: remove it"},
+constexpr std::array s_words = {
     Wording{"True", "write true in lower case"},
+    Wording{"TRUE", "write true in lower case"},
     Wording{"False", "write false in lower case"},
-    Wording{"None", "JSON has no None: write null, or leave the key out"},
+    Wording{"FALSE", "write false in lower case"},
     Wording{"NaN", "JSON has no NaN"},
     Wording{"Infinity", "JSON has no Infinity"},
+    Wording{"-Infinity", "JSON has no Infinity"},
     Wording{"+", "a number takes no plus sign"},
     Wording{".", "a number starts with a digit: write 0 before the point"},
+    Wording{",", "a value is missing before this"},
+    Wording{"}", "a value is missing before this"},
+    Wording{"]", "a value is missing before this"},
 };
 
-// The offset of the last byte before `offset` that isn't white space; npos if there is none.
-std::size_t before(const std::string& text, std::size_t offset) {
-    return offset == 0 ? std::string::npos : text.find_last_not_of(" \t\n\r\f\v", offset - 1);
+// What other languages write for nothing.
+constexpr std::array s_nothings = {
+    Wording{"Null", "write null in lower case"},
+    Wording{"NULL", "write null in lower case"},
+    Wording{"None", "JSON has no None: write null, or leave the key out"},
+    Wording{"nil", "JSON has no nil: write null, or leave the key out"},
+    Wording{"undefined", "JSON has no undefined: write null, or leave the key out"},
+};
+
+constexpr std::string_view s_typographic = "strings and keys take straight double quotes, not typographic ones";
+
+constexpr std::array s_quotes = {
+    Wording{"\"", ""},
+    Wording{"'", "strings and keys take double quotes"},
+    Wording{"`", "strings and keys take double quotes"},
+    Wording{"\u2018", s_typographic},
+    Wording{"\u2019", s_typographic},
+    Wording{"\u201A", s_typographic},
+    Wording{"\u201C", s_typographic},
+    Wording{"\u201D", s_typographic},
+    Wording{"\u201E", s_typographic},
+    Wording{"\u00AB", s_typographic},
+    Wording{"\u00BB", s_typographic},
+};
+
+constexpr std::string_view s_noBreak = "a no-break space isn't white space in JSON: write a plain space";
+constexpr std::string_view s_blank = "this blank isn't white space in JSON: write a plain space";
+
+constexpr std::array s_blanks = {
+    Wording{"\uFEFF", "a byte order mark: save the file as UTF-8 without one"},
+    Wording{"\u00A0", s_noBreak},
+    Wording{"\u202F", s_noBreak},
+    Wording{"\u2002", s_blank},
+    Wording{"\u2003", s_blank},
+    Wording{"\u2009", s_blank},
+    Wording{"\u200B", s_blank},
+    Wording{"\u2028", s_blank},
+    Wording{"\u3000", s_blank},
+};
+
+template <std::size_t Count>
+const Wording* find(const std::array<Wording, Count>& wordings, std::string_view text) {
+    const auto found = std::find_if(wordings.begin(), wordings.end(),
+                                    [&](const Wording& wording) { return text.starts_with(wording.start); });
+    return found == wordings.end() ? nullptr : &*found;
 }
 
-// Says better what the reader found instead of a value or a key.
-void reword(Problem& problem, const std::string& text) {
-    const std::size_t offset = problem.place.offset;
-    const std::string_view rest = std::string_view(text).substr(offset);
-    const std::size_t previous = before(text, offset);
-    const bool isClosing = rest.starts_with('}') || rest.starts_with(']');
-    if (isClosing && previous != std::string::npos && text[previous] == ',') {
-        problem.place = {previous, 1};
-        problem.message = fmt::format("a comma before \"{}\": remove it", rest.front());
-    }
-    for (const Wording& wording : s_wordings) {
-        if (rest.starts_with(wording.start)) {
-            problem.place.length = wording.start.size();
-            problem.message = wording.message;
-        }
-    }
+bool isLetter(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || static_cast<unsigned char>(byte) >= 0x80;
 }
 
-bool spansLines(const std::string& text, const Place& place) {
-    return std::string_view(text).substr(place.offset, place.length).find('\n') != std::string_view::npos;
+bool isNumeric(char byte) {
+    return (byte >= '0' && byte <= '9') || byte == '-';
+}
+
+// The word or number at the start of the text. Looks no further than a word is long.
+std::string_view wordIn(std::string_view text) {
+    const std::string_view near = text.substr(0, 40);
+    return near.substr(0, near.find_first_of(" \t\r\n\f\v,:;=\"'{}[]/#"));
+}
+
+// What to write for the wanted kind of value.
+std::string adviceFor(std::string_view text, const Wanted& wanted) {
+    const std::string must = fmt::format("\"{}\" must be {}", wanted.key, wanted.kind);
+    return find(s_nothings, text) != nullptr ? fmt::format("{}, not {}", must, wordIn(text))
+           : wanted.kind == "a string"       ? must + ": put it in double quotes"
+                                             : must;
+}
+
+std::string valueMessage(std::string_view text, const Wanted& wanted) {
+    const Wording* const quote = find(s_quotes, text);
+    const Wording* const word = find(s_words, text);
+    const Wording* const found = quote != nullptr ? quote : word != nullptr ? word : find(s_nothings, text);
+    const bool isMissing = text.front() == ',' || text.front() == '}' || text.front() == ']';
+    if (quote == nullptr && !isMissing && !wanted.key.empty()) {
+        return adviceFor(text, wanted);
+    }
+    return found != nullptr ? std::string(found->message) : isLetter(text.front()) ? "text takes double quotes" : "";
+}
+
+std::string ofReader(ParseResult result) {
+    std::string message = foundation::json::get_parse_result_description(result);
+    message.front() = static_cast<char>(message.front() | 0x20);
+    return message;
+}
+
+// The length of a comment; npos if it has no end. The end of a line belongs to none.
+std::size_t lengthOfComment(std::string_view text) {
+    if (!text.starts_with("/*")) {
+        return std::min(text.find('\n'), text.size());
+    }
+    const std::size_t end = text.find("*/", 2);
+    return end == std::string_view::npos ? end : end + 2;
 }
 
 }  // namespace
 
-Problem syntaxProblem(const std::string& text, ParseResult result, std::size_t offset, const Place& lastString) {
-    const char* const message = result == ParseResult::Ok ? "Text follows the document"
-                                                          : foundation::json::get_parse_result_description(result);
-    Problem problem{&codeOf(result), {offset, offset < text.size() ? 1U : 0U}, message, {}};
-    problem.message.front() = static_cast<char>(problem.message.front() | 0x20);
-    const std::string_view rest = std::string_view(text).substr(offset);
-    if (rest.starts_with("//") || rest.starts_with("/*")) {
-        problem.message = "JSON has no comments: remove it";
-    } else if (problem.code == &code("expected-comma") && rest.find_first_of("\"{[") == 0) {
-        problem.message = "a comma is missing before this";
-    } else if (problem.code == &code("expected-value")) {
-        reword(problem, text);
+std::optional<Problem> fileProblem(std::string_view text) {
+    if (text.find_first_not_of(" \t\r\n\f\v") == std::string_view::npos) {
+        return Problem{&code("unexpected-end"), {}, "the file is empty", {}};
     }
-    if (spansLines(text, lastString) && lastString.offset < offset) {
-        problem.related.push_back({"this string runs over the line: is its closing quote missing?", lastString});
+    const bool isWide = text.front() == '\0' || (text.size() > 1 && text[1] == '\0');
+    const Wording* const wording = isWide ? s_files.data() : find(s_files, text);
+    return wording == nullptr
+               ? std::nullopt
+               : std::optional(Problem{&code("expected-value"), {0, 1}, std::string(wording->message), {}});
+}
+
+Problem syntaxProblem(ParseResult result, const Place& place) {
+    return {&codeOf(result), place, ofReader(result), {}};
+}
+
+Problem escapeProblem(ParseResult result, const Place& place) {
+    Problem problem = syntaxProblem(result, place);
+    if (result == ParseResult::InvalidEscape) {
+        problem.message = "no escape: double the backslash, or write \"/\" in a location";
     }
     return problem;
+}
+
+Problem valueProblem(std::string_view text, ParseResult result, std::size_t offset, const Wanted& wanted) {
+    const std::string_view rest = text.substr(offset);
+    const bool isNumber = result == ParseResult::Ok && isNumeric(rest.front());
+    std::string message = valueMessage(rest, wanted);
+    if (message.empty()) {
+        message = result == ParseResult::Ok ? "a malformed number" : ofReader(result);
+    }
+    const std::size_t length = std::max<std::size_t>(wordIn(rest).size(), 1);
+    return {isNumber ? &code("bad-number") : &codeOf(result), {offset, length}, std::move(message), {}};
+}
+
+Problem keyProblem(std::string_view text, std::size_t offset) {
+    const std::string_view rest = text.substr(offset);
+    const bool isBracket = rest.front() == '{' || rest.front() == '[';
+    std::string_view message =
+        isBracket ? "a key must come before this bracket, or it is one too many" : "a key takes double quotes";
+    if (const Wording* const quote = find(s_quotes, rest)) {
+        message = quote->message;
+    }
+    const std::size_t length = std::max<std::size_t>(wordIn(rest).size(), 1);
+    return {&code("expected-value"), {offset, length}, std::string(message), {}};
+}
+
+Filler fillerAt(std::string_view text, std::size_t offset) {
+    const std::string_view rest = text.substr(offset);
+    if (rest.starts_with("//") || rest.starts_with("/*") || rest.starts_with('#')) {
+        return {lengthOfComment(rest), "JSON has no comments: remove it"};
+    }
+    const bool isAscii = static_cast<unsigned char>(rest.front()) < 0x80;
+    const Wording* const blank = isAscii ? nullptr : find(s_blanks, rest);
+    return blank == nullptr ? Filler{} : Filler{blank->start.size(), blank->message};
+}
+
+std::size_t quoteAt(std::string_view text, std::size_t offset) {
+    const char first = text[offset];
+    const bool mayBeOne = first == '"' || first == '\'' || first == '`' || static_cast<unsigned char>(first) >= 0x80;
+    const Wording* const quote = mayBeOne ? find(s_quotes, text.substr(offset)) : nullptr;
+    return quote == nullptr ? 0 : quote->start.size();
 }
 
 }  // namespace app::check

@@ -1,10 +1,10 @@
 #include "check/walk.hpp"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
-#include <boost/algorithm/string/replace.hpp>
 #include <map>
 #include <optional>
 #include <span>
@@ -12,10 +12,9 @@
 #include <utility>
 
 #include "check/Problems.hpp"
-#include "check/syntax.hpp"
+#include "check/Reader.hpp"
+#include "check/pointer.hpp"
 #include "doc_products_shared/catalogue_keys.hpp"
-#include "json/lexical_reader.hpp"
-#include "json/structure_parser.hpp"
 #include "near_names.hpp"
 
 namespace app::check {
@@ -24,8 +23,6 @@ namespace {
 
 namespace json = foundation::json;
 namespace keys = doc_products_shared::catalogue_keys;
-using json::ParseResult;
-using json::Position;
 
 enum class Kind { string, array, object };
 
@@ -67,12 +64,18 @@ constexpr ObjectRule s_set{keys::documentationSet, s_setKeys};
 constexpr std::array s_documentKeys = {KeyRule{keys::documentationSet, Kind::object, true, &s_set}};
 constexpr ObjectRule s_document{"", s_documentKeys};
 
+// A key that isn't read.
+struct Unknown {
+    Place key;
+    std::size_t value = std::string::npos;  // where it is, unless it has faults of syntax
+};
+
 // The state of an object that is walked through.
 struct ObjectState {
     const ObjectRule& rule;
     std::vector<Text> texts = std::vector<Text>(rule.keys.size());
     std::vector<std::optional<Place>> places = std::vector<std::optional<Place>>(rule.keys.size());  // of known keys
-    std::map<std::string, Place, std::less<>> unknown = {};                                          // other keys
+    std::map<std::string, Unknown, std::less<>> unknown = {};
     bool isTyped = false;  // a key announces a typed array or its data
 };
 
@@ -84,8 +87,8 @@ constexpr const char* kindName(Kind kind) {
 constexpr std::array s_valueNames = {"nothing",  "null",      "a boolean", "a number", "a string",
                                      "an array", "an object", "a number",  "a number", "a number"};
 
-constexpr char openingOf(Kind kind) {
-    return kind == Kind::string ? '"' : kind == Kind::array ? '[' : '{';
+bool isIndex(const std::string& segment) {
+    return segment.find_first_not_of("0123456789") == std::string::npos;
 }
 
 bool isExpectedUnknown(std::string_view key) {
@@ -95,198 +98,198 @@ bool isExpectedUnknown(std::string_view key) {
 class Walk {
 public:
     Walk(const std::string& text, Problems& problems, const std::function<void(Product&)>& visit)
-        : m_text(text), m_problems(problems), m_visit(visit) {}
+        : m_problems(problems), m_visit(visit), m_reader(text, [this](Problem problem) { add(std::move(problem)); }) {}
 
     std::size_t run();
 
 private:
-    std::size_t offset(Position position) const { return static_cast<std::size_t>(position - m_text.begin()); }
-    Place place(Position begin, Position end) const { return {offset(begin), static_cast<std::size_t>(end - begin)}; }
     std::string pointer() const;
 
     // Report a problem at the current part of the document.
+    void add(Problem problem);
     void report(const Code& code, const Place& place, std::string message, std::vector<Related> related = {});
-    void reportSyntax(ParseResult result, Position position);
     void reportType(const Place& place, Kind expected, const json::Value& value);
 
-    // Readers like those of the library. On success the path is as before; after a failure it names the part that
-    // failed.
-    ParseResult readObject(const ObjectRule& rule, Position& position, unsigned int depth);
-    ParseResult readMember(ObjectState& state, const json::Key& key, Position& position, unsigned int depth);
-    ParseResult readKnown(const KeyRule& rule, Text& text, Position& position, unsigned int depth);
-    ParseResult readFirst(const KeyRule& rule, ObjectState& state, std::size_t index, Position& position,
-                          unsigned int depth);
-    ParseResult readUnknown(ObjectState& state, Position& position, unsigned int depth);
-    ParseResult readArray(const ObjectRule& rule, Position& position, unsigned int depth);
-    ParseResult readElement(const ObjectRule& rule, Position& position, unsigned int depth);
-    ParseResult readEntry(Position& position, unsigned int depth);
-    ParseResult readOther(Kind expected, Position& position, unsigned int depth);
-    ParseResult skip(Position& position, unsigned int depth) const;
+    // Read what is at the reader's place. If they return true, the path is as before; otherwise the reader is lost.
+    bool readObject(const ObjectRule& rule);
+    bool readMembers(const ObjectRule& rule, std::size_t begin);
+    bool readMember(ObjectState& state);
+    bool readFirst(const KeyRule& rule, ObjectState& state, std::size_t index, const Place& key);
+    bool readUnknown(ObjectState& state, const Text& key);
+    bool readKnown(const KeyRule& rule, Text& text);
+    bool readArray(const ObjectRule& rule);
+    bool readList();
+    bool readElement(const ObjectRule& rule, std::size_t index);
+    bool readOther(Kind expected);
+    bool skip();
 
-    bool isDelimited(Position position) const;
-    bool findNextEntry(Position& position) const;
-
-    void endObject(ObjectState& state, Position begin, unsigned int depth);
-    void checkTyped(Position begin, unsigned int depth);
+    void endObject(ObjectState& state, const Place& bracket);
     std::string nameOf(const ObjectState& state) const;
-    void reportDuplicate(const Place& first);
-    void reportMissing(const ObjectState& state, const Place& place);
-    void reportUnknown(const ObjectState& state);
+    void reportDuplicate(const Place& later, const Place& first);
+    void reportMissing(const ObjectState& state, const Place& bracket);
+    void reportUnknown(ObjectState& state);
+    void readNear(ObjectState& state, const std::string& key, std::size_t value);
 
-    const std::string& m_text;
     Problems& m_problems;
     const std::function<void(Product&)>& m_visit;
+    Reader m_reader;
     std::vector<std::string> m_path;
     Product m_product;
-    std::size_t m_index = 0;                  // of the entry of the product list
-    Place m_lastString;                       // a key, or a value of a known key
-    std::size_t m_sound = std::string::npos;  // where the first fault of syntax is
-    bool m_isReported = false;                // the failure that is being returned
+    std::size_t m_index = 0;  // of the entry of the product list
 };
-
-std::string escaped(const std::string& segment) {
-    return boost::algorithm::replace_all_copy(boost::algorithm::replace_all_copy(segment, "~", "~0"), "/", "~1");
-}
 
 std::string Walk::pointer() const {
     std::string text;
     for (const std::string& segment : m_path) {
-        text += '/' + escaped(segment);
+        appendTo(text, segment);
     }
     return text;
 }
 
-void Walk::report(const Code& code, const Place& place, std::string message, std::vector<Related> related) {
-    m_problems.add({&code, place, std::move(message), pointer(), std::move(related)});
-}
-
-void Walk::reportSyntax(ParseResult result, Position position) {
-    json::skip_whitespace(position, m_text.end(), 0);
-    m_sound = std::min(m_sound, offset(position));
-    Problem problem = syntaxProblem(m_text, result, offset(position), m_lastString);
-    problem.pointer = pointer();
+void Walk::add(Problem problem) {
+    if (m_problems.mayKeep(*problem.code, problem.place.offset)) {
+        problem.pointer = pointer();
+    }
     m_problems.add(std::move(problem));
 }
 
+void Walk::report(const Code& code, const Place& place, std::string message, std::vector<Related> related) {
+    add({&code, place, std::move(message), {}, std::move(related)});
+}
+
 void Walk::reportType(const Place& place, Kind expected, const json::Value& value) {
-    const bool isElement = !m_path.empty() && m_path.back().find_first_not_of("0123456789") == std::string::npos;
-    const std::string subject = m_path.empty() ? "the document"
-                                : isElement    ? "an element here"
-                                               : '"' + m_path.back() + '"';
+    const std::string subject = m_path.empty()           ? "the document"
+                                : isIndex(m_path.back()) ? "an element here"
+                                                         : '"' + m_path.back() + '"';
     report(code("wrong-type"), place,
            fmt::format("{} must be {}, and is {}", subject, kindName(expected),
                        s_valueNames.at(static_cast<std::size_t>(value.storage().which()))));
 }
 
-ParseResult Walk::skip(Position& position, unsigned int depth) const {
+bool Walk::skip() {
     json::Value discarded;
-    return json::parse_value(discarded, position, m_text.end(), 0, depth);
+    return m_reader.readValue(discarded, {});
 }
 
-ParseResult Walk::readOther(Kind expected, Position& position, unsigned int depth) {
-    const Position begin = position;
+bool Walk::readOther(Kind expected) {
+    const std::size_t begin = m_reader.offset();
+    const bool isMember = !m_path.empty() && !isIndex(m_path.back());
     json::Value value;
-    const ParseResult result = json::parse_value(value, position, m_text.end(), 0, depth);
-    if (result == ParseResult::Ok) {
-        reportType(place(begin, position), expected, value);
+    const bool goesOn = m_reader.readValue(value, isMember ? Wanted{m_path.back(), kindName(expected)} : Wanted{});
+    if (value.storage().which() != 0) {
+        reportType(m_reader.placeFrom(begin), expected, value);
     }
-    return result;
+    return goesOn;
 }
 
-ParseResult Walk::readKnown(const KeyRule& rule, Text& text, Position& position, unsigned int depth) {
-    if (position == m_text.end() || *position != openingOf(rule.kind)) {
-        return readOther(rule.kind, position, depth);
-    }
+bool Walk::readKnown(const KeyRule& rule, Text& text) {
     if (rule.kind == Kind::object) {
-        return readObject(*rule.content, position, depth);
+        return readObject(*rule.content);
     }
-    if (rule.kind == Kind::array) {
-        return readArray(*rule.content, position, depth);
+    if (!m_reader.isAt(rule.kind == Kind::string ? '"' : '[')) {
+        return readOther(rule.kind);
     }
-    const Position begin = position;
-    const ParseResult result = json::parse_string(text.text, position, m_text.end(), 0);
-    text.place = m_lastString = place(begin, position);
-    text.isThere = result == ParseResult::Ok;
-    return result;
+    return rule.kind == Kind::string ? m_reader.readString(text) : readArray(*rule.content);
 }
 
-ParseResult Walk::readMember(ObjectState& state, const json::Key& key, Position& position, unsigned int depth) {
-    m_lastString = place(key.begin, key.end);
+bool Walk::readMember(ObjectState& state) {
+    Text key;
+    const Reader::Step step = m_reader.readKey(key);
+    if (step == Reader::Step::lost) {
+        return false;
+    }
     const auto keys = state.rule.keys;
     const auto found = std::find_if(keys.begin(), keys.end(), [&](auto& rule) { return rule.key == key.text; });
-    m_path.emplace_back(key.text);
-    const ParseResult result =
-        found == keys.end() ? readUnknown(state, position, depth)
-                            : readFirst(*found, state, static_cast<std::size_t>(found - keys.begin()), position, depth);
-    if (result == ParseResult::Ok) {
+    const auto index = static_cast<std::size_t>(found - keys.begin());
+    if (step == Reader::Step::end) {
+        return found == keys.end() || state.places[index].emplace(key.place).length > 0;
+    }
+    m_path.push_back(key.text);
+    const bool goesOn = found == keys.end() ? readUnknown(state, key) : readFirst(*found, state, index, key.place);
+    if (goesOn) {
         m_path.pop_back();
     }
-    return result;
+    return goesOn;
 }
 
 // The library reads the first of equal keys.
-ParseResult Walk::readFirst(const KeyRule& rule, ObjectState& state, std::size_t index, Position& position,
-                            unsigned int depth) {
+bool Walk::readFirst(const KeyRule& rule, ObjectState& state, std::size_t index, const Place& key) {
     if (state.places[index]) {
-        reportDuplicate(*state.places[index]);
-        return skip(position, depth);
+        reportDuplicate(key, *state.places[index]);
+        return skip();
     }
-    state.places[index] = m_lastString;
-    return readKnown(rule, state.texts[index], position, depth);
+    state.places[index] = key;
+    return readKnown(rule, state.texts[index]);
 }
 
-ParseResult Walk::readUnknown(ObjectState& state, Position& position, unsigned int depth) {
-    const std::string& key = m_path.back();
-    const bool isTyped = key == "zqtype" || key == "zqdata";
+bool Walk::readUnknown(ObjectState& state, const Text& key) {
+    if (!key.isThere) {
+        return skip();
+    }
+    const bool isTyped = key.text == "zqtype" || key.text == "zqdata";
     state.isTyped = state.isTyped || isTyped;
-    const auto [entry, isNew] = state.unknown.try_emplace(key, m_lastString);
+    const auto [entry, isNew] = state.unknown.try_emplace(key.text, Unknown{key.place});
     if (!isNew && !isTyped) {
-        reportDuplicate(entry->second);
+        reportDuplicate(key.place, entry->second.key);
     }
-    return skip(position, depth);
+    const std::size_t begin = m_reader.offset();
+    const std::size_t faults = m_reader.faults();
+    const bool goesOn = skip();
+    if (isNew && m_reader.faults() == faults) {
+        entry->second.value = begin;
+    }
+    return goesOn;
 }
 
-void Walk::reportDuplicate(const Place& first) {
-    report(code("duplicate-key"), m_lastString,
-           fmt::format("\"{}\" is dropped: the object has it already", m_path.back()),
+void Walk::reportDuplicate(const Place& later, const Place& first) {
+    report(code("duplicate-key"), later, fmt::format("\"{}\" is dropped: the object has it already", m_path.back()),
            {{"the first one is read", first}});
 }
 
-ParseResult Walk::readObject(const ObjectRule& rule, Position& position, unsigned int depth) {
-    const Position begin = position;
-    ObjectState state{rule};
-    if (&rule == &s_product) {
-        m_product = {m_index, place(begin, begin + 1), {}, {}};
+bool Walk::readObject(const ObjectRule& rule) {
+    const std::size_t begin = m_reader.offset();
+    if (m_reader.openMissing()) {
+        return readMembers(rule, begin);
     }
-    const ParseResult result = json::visit_members(
-        position, m_text.end(), 0, depth,
-        [&](const json::Key& key, Position& value) { return readMember(state, key, value, depth + 1); });
-    if (result == ParseResult::Ok) {
-        endObject(state, begin, depth);
-    }
-    return result;
+    return m_reader.isAt('{') ? m_reader.open() && readMembers(rule, begin) : readOther(Kind::object);
 }
 
-void Walk::endObject(ObjectState& state, Position begin, unsigned int depth) {
-    if (state.isTyped) {
-        checkTyped(begin, depth);
+// Reads the members of the object that begins there and is open.
+bool Walk::readMembers(const ObjectRule& rule, std::size_t begin) {
+    ObjectState state{rule};
+    const std::size_t faults = m_reader.faults();
+    if (&rule == &s_product) {
+        m_product = {m_index, {begin, 1}, pointer(), {}, {}};
     }
+    Reader::Step step{};
+    while ((step = m_reader.next()) == Reader::Step::item) {
+        if (!readMember(state)) {
+            return false;
+        }
+    }
+    if (step == Reader::Step::lost) {
+        return false;
+    }
+    if (state.isTyped && m_reader.faults() == faults) {
+        m_reader.readAgain(begin);
+    }
+    endObject(state, {begin, 1});
+    return true;
+}
+
+void Walk::endObject(ObjectState& state, const Place& bracket) {
+    const bool isIncomplete = m_reader.isIncomplete();
+    reportUnknown(state);
     if (&state.rule == &s_family) {
         m_product.families.push_back(state.texts.front());
     } else if (&state.rule == &s_product) {
         std::move(state.texts.begin(), state.texts.begin() + fieldCount, m_product.fields.begin());
     }
-    reportMissing(state, place(begin, begin + 1));
-    reportUnknown(state);
+    if (!isIncomplete) {
+        reportMissing(state, bracket);
+    }
     if (&state.rule == &s_product) {
         m_visit(m_product);
-    }
-}
-
-// The typed data has been read like any other value. Only the library's reader knows when it is read as integers.
-void Walk::checkTyped(Position begin, unsigned int depth) {
-    if (const ParseResult result = skip(begin, depth); result != ParseResult::Ok) {
-        reportSyntax(result, begin);
     }
 }
 
@@ -297,15 +300,22 @@ std::string Walk::nameOf(const ObjectState& state) const {
     return m_path.empty() ? "the document" : state.rule.name.empty() ? "this entry" : '"' + m_path.back() + '"';
 }
 
-void Walk::reportMissing(const ObjectState& state, const Place& place) {
+void Walk::reportMissing(const ObjectState& state, const Place& bracket) {
+    std::vector<std::string> missing;
     for (std::size_t i = 0; i < state.rule.keys.size(); ++i) {
         if (state.rule.keys[i].isRequired && !state.places[i]) {
-            report(code("missing-key"), place, fmt::format("{} has no \"{}\"", nameOf(state), state.rule.keys[i].key));
+            missing.push_back(fmt::format("\"{}\"", state.rule.keys[i].key));
         }
+    }
+    if (!missing.empty()) {
+        const std::string last = missing.size() == 1 ? "" : " or " + missing.back();
+        missing.resize(std::max<std::size_t>(missing.size(), 2) - 1);
+        report(code("missing-key"), bracket,
+               fmt::format("{} has no {}{}", nameOf(state), fmt::join(missing, ", "), last));
     }
 }
 
-void Walk::reportUnknown(const ObjectState& state) {
+void Walk::reportUnknown(ObjectState& state) {
     if (state.unknown.empty()) {
         return;
     }
@@ -315,98 +325,92 @@ void Walk::reportUnknown(const ObjectState& state) {
             absent.emplace_back(state.rule.keys[i].key);
         }
     }
-    for (const auto& [key, place] : state.unknown) {
-        const std::string meant = suggestion(nearNames(key, absent));
+    for (const auto& [key, unknown] : state.unknown) {
+        const auto meant = nearNames(key, absent);
         if (!meant.empty() || !isExpectedUnknown(key)) {
             m_path.push_back(key);
-            report(meant.empty() ? code("unknown-key") : code("near-key"), place,
-                   fmt::format("\"{}\" isn't read{}", key, meant));
+            report(meant.empty() ? code("unknown-key") : code("near-key"), unknown.key,
+                   fmt::format("\"{}\" isn't read{}", key, suggestion(meant)));
+            meant.empty() ? void() : readNear(state, meant.front(), unknown.value);
             m_path.pop_back();
         }
     }
 }
 
-ParseResult Walk::readArray(const ObjectRule& rule, Position& position, unsigned int depth) {
-    std::size_t index = 0;
-    return json::visit_elements(position, m_text.end(), 0, depth, [&](Position& value) {
-        m_path.push_back(std::to_string(index++));
-        const ParseResult result =
-            &rule == &s_entry ? readEntry(value, depth + 1) : readElement(rule, value, depth + 1);
-        if (result == ParseResult::Ok) {
-            m_path.pop_back();
+// Reads the value of a misspelt key as that of the required one, which is missing: an optional one isn't read, so what
+// is wrong with it doesn't count.
+void Walk::readNear(ObjectState& state, const std::string& key, std::size_t value) {
+    const auto keys = state.rule.keys;
+    const auto rule = std::find_if(keys.begin(), keys.end(), [&](auto& candidate) { return candidate.key == key; });
+    if (rule->isRequired && value != std::string::npos) {
+        m_reader.readAt(value, [&] { readKnown(*rule, state.texts[static_cast<std::size_t>(rule - keys.begin())]); });
+    }
+}
+
+bool Walk::readArray(const ObjectRule& rule) {
+    if (!m_reader.open()) {
+        return false;
+    }
+    if (&rule == &s_entry) {
+        return readList();
+    }
+    for (std::size_t index = 0;; ++index) {
+        if (const Reader::Step step = m_reader.next(); step != Reader::Step::item) {
+            return step == Reader::Step::end;
         }
-        return result;
-    });
+        if (!readElement(rule, index)) {
+            return false;
+        }
+    }
 }
 
-ParseResult Walk::readElement(const ObjectRule& rule, Position& position, unsigned int depth) {
-    return position != m_text.end() && *position == '{' ? readObject(rule, position, depth)
-                                                        : readOther(Kind::object, position, depth);
+bool Walk::readElement(const ObjectRule& rule, std::size_t index) {
+    m_path.push_back(std::to_string(index));
+    const bool goesOn = readObject(rule);
+    if (goesOn) {
+        m_path.pop_back();
+    }
+    return goesOn;
 }
 
-// An entry of the product list. After a fault of syntax reads the next one in its place.
-ParseResult Walk::readEntry(Position& position, unsigned int depth) {
+// The product list. If the reader is lost, goes on with the next entry.
+bool Walk::readList() {
     const std::size_t levels = m_path.size();
+    const std::size_t depth = m_reader.depth();
     for (;; ++m_index) {
-        m_path.back() = std::to_string(m_index);
-        const ParseResult result = readElement(s_entry, position, depth);
-        if (result == ParseResult::Ok && isDelimited(position)) {
-            ++m_index;
-            return result;
-        }
-        reportSyntax(result == ParseResult::Ok ? ParseResult::ExpectedArrayDelimiter : result, position);
-        m_path.resize(levels);
-        if (!findNextEntry(position)) {
-            m_isReported = true;
-            return ParseResult::ExpectedArrayDelimiter;
-        }
-    }
-}
-
-// True if the list goes on or ends here, or the text ends.
-bool Walk::isDelimited(Position position) const {
-    json::skip_whitespace(position, m_text.end(), 0);
-    return position == m_text.end() || *position == ',' || *position == ']';
-}
-
-// Moves to the next text that looks like the start of an entry.
-bool Walk::findNextEntry(Position& position) const {
-    const std::string key = '"' + std::string(keys::product) + '"';
-    const auto skipTo = [&](Position& cursor, std::string_view token) {
-        json::skip_whitespace(cursor, m_text.end(), 0);
-        const bool isThere = std::string_view(cursor, m_text.end()).starts_with(token);
-        cursor += isThere ? static_cast<std::ptrdiff_t>(token.size()) : 0;
-        return isThere;
-    };
-    while ((position = std::find(position, m_text.end(), '{')) != m_text.end()) {
-        Position ahead = position + 1;
-        if (skipTo(ahead, key) && skipTo(ahead, ":")) {
+        Reader::Step step = m_reader.next();
+        if (step == Reader::Step::end) {
             return true;
         }
-        ++position;
+        while (step == Reader::Step::lost || !readElement(s_entry, m_index)) {
+            m_path.resize(levels);
+            if (!m_reader.find(keys::product, depth)) {
+                return false;
+            }
+            m_index += step == Reader::Step::lost ? 0 : 1;
+            step = Reader::Step::item;
+        }
     }
-    return false;
 }
 
 std::size_t Walk::run() {
-    Position position = m_text.begin();
-    json::skip_whitespace(position, m_text.end(), 0);
-    const ParseResult result = readElement(s_document, position, 0);
-    json::skip_whitespace(position, m_text.end(), 0);
-    if (result == ParseResult::Ok ? position != m_text.end() : !m_isReported) {
-        reportSyntax(result, position);
+    if (!m_reader.start() || !readObject(s_document) || !m_reader.finish()) {
+        while (m_reader.find(keys::product, 0)) {
+            m_path = {keys::documentationSet, keys::productList};
+            readElement(s_entry, m_index++);
+        }
     }
-    return m_sound;
+    return m_reader.soundEnd();
 }
 
 }  // namespace
 
 std::string pointerTo(const Product& product) {
-    return fmt::format("/{}/{}/{}/{}", keys::documentationSet, keys::productList, product.index, keys::product);
+    return product.pointer;
 }
 
 std::string pointerTo(const Product& product, Field field) {
-    return pointerTo(product) + '/' + std::string(s_productKeys.at(field).key);
+    return product.pointer + '/' + std::string(s_productKeys.at(field).key);
 }
 
 std::size_t walkCatalogue(const std::string& text, Problems& problems, const std::function<void(Product&)>& visit) {

@@ -175,11 +175,8 @@ struct ObjectState {
 };
 
 // The key, the colon, and the white space around it.
-ParseResult read_key(Key& key, std::string& decoded, Cursor& cursor) {
-    key.begin = cursor.position;
-    ParseResult result = read_string(key.text, decoded, cursor.position, cursor.end);
-    key.end = cursor.position;
-    result = skip_after(result, cursor);
+ParseResult read_key(std::string_view& key, ObjectState& state, Cursor& cursor) {
+    const ParseResult result = skip_after(read_string(key, state.decoded, cursor.position, cursor.end), cursor);
     if (result != ParseResult::Ok) {
         return result;
     }
@@ -259,13 +256,13 @@ ParseResult read_plain_member(Members& members, std::string_view key, Cursor& cu
 }
 
 ParseResult read_member(ObjectState& state, Cursor& cursor, unsigned int depth) {
-    Key key{};
-    const ParseResult result = read_key(key, state.decoded, cursor);
+    std::string_view key;
+    const ParseResult result = read_key(key, state, cursor);
     if (result != ParseResult::Ok) {
         return result;
     }
-    return key.text == s_type_key || key.text == s_data_key ? read_typed_member(state, key.text, cursor, depth)
-                                                            : read_plain_member(state.members, key.text, cursor, depth);
+    return key == s_type_key || key == s_data_key ? read_typed_member(state, key, cursor, depth)
+                                                  : read_plain_member(state.members, key, cursor, depth);
 }
 
 ParseResult read_object(Members& fresh, Cursor& cursor, unsigned int depth) {
@@ -348,28 +345,6 @@ ParseResult parse_object(Members& out, Position& position, Position end, unsigne
 ParseResult parse_array(Elements& out, Position& position, Position end, unsigned int flags, unsigned int depth) {
     return assign_on_success(out, position, end, flags,
                              [&](Elements& fresh, Cursor& cursor) { return read_array(fresh, cursor, depth); });
-}
-
-ParseResult visit_members(Position& position, Position end, unsigned int flags, unsigned int depth,
-                          const std::function<ParseResult(const Key& key, Position& value)>& visit) {
-    Cursor cursor{position, end, flags};
-    std::string decoded;
-    const ParseResult result = read_container(s_object, cursor, depth, [&] {
-        Key key{};
-        const ParseResult result_of_key = read_key(key, decoded, cursor);
-        return result_of_key == ParseResult::Ok ? skip_after(visit(key, cursor.position), cursor) : result_of_key;
-    });
-    position = cursor.position;
-    return result;
-}
-
-ParseResult visit_elements(Position& position, Position end, unsigned int flags, unsigned int depth,
-                           const std::function<ParseResult(Position& value)>& visit) {
-    Cursor cursor{position, end, flags};
-    const ParseResult result =
-        read_container(s_array, cursor, depth, [&] { return skip_after(visit(cursor.position), cursor); });
-    position = cursor.position;
-    return result;
 }
 
 ParseResult parse_typed_data(const std::string& element_type, Value& out, Position& position, Position end,

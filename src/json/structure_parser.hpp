@@ -1,9 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "json/ParseResult.hpp"
@@ -35,21 +33,6 @@ ParseResult parse_array(std::vector<Value>& out, Position& position, Position en
 // as the type says.
 ParseResult parse_typed_data(const std::string& element_type, Value& out, Position& position, Position end,
                              unsigned int flags, unsigned int depth);
-
-// A key with its place, from the opening to after the closing quote. The text is valid until the next key is read.
-struct Key {
-    std::string_view text;
-    Position begin;
-    Position end;
-};
-
-// Read an object or an array for a caller who knows what is in it, without building a tree. `visit` reads each value,
-// in text order, and returns its reader's result. To visit_members "zqtype" and "zqdata" are keys like any other, and
-// so are equal keys.
-ParseResult visit_members(Position& position, Position end, unsigned int flags, unsigned int depth,
-                          const std::function<ParseResult(const Key& key, Position& value)>& visit);
-ParseResult visit_elements(Position& position, Position end, unsigned int flags, unsigned int depth,
-                           const std::function<ParseResult(Position& value)>& visit);
 
 // A flat array of integer tokens. Any other element gives InvalidInteger.
 ParseResult parse_signed_array(std::vector<Value>& out, Position& position, Position end, unsigned int flags,

@@ -44,72 +44,137 @@ struct Row {
 
 const Row s_rows[] = {
     {"", "", ""},
-    {"{\"doc", "", "1:1: error: expected a value, or a key in double quotes [expected-value]\n"},
+    // What the whole file may be instead.
+    {s_sound, " \n", "1:1: error: the file is empty [unexpected-end]\n"},
+    {s_sound, std::string("{\x00}\x00", 4), "1:1: error: the file is UTF-16: save it as UTF-8 [expected-value]\n"},
+    {s_sound, "\x1F\x8B", "1:1: error: the file is compressed with gzip: unpack it [expected-value]\n"},
     {"{\"doc", "\xEF\xBB\xBF{\"doc",
      "1:1: error: a byte order mark: save the file as UTF-8 without one [expected-value]\n"},
-    {"\"2\"", "'2'", "1:50: error: strings and keys take double quotes [expected-value]\n"},
-    {"\"2\"", "\"2\" // x", "1:54: error: JSON has no comments: remove it [expected-comma]\n"},
-    {"\"2\"", "Nothing", "1:50: error: expected a value, or a key in double quotes [expected-value]\n"},
-    {"\"2\"", "\"2", "1:55: error: expected \",\" or \"}\" after an object member [expected-comma]\n"},
-    {"\"2\"", "\"\\x\"", "1:51: error: invalid escape: only \" \\ / b f n r t u may follow a backslash [bad-escape]\n"},
+    {"{\"doc", "\"doc", "1:1: error: a \"{\" is missing before this [expected-value]\n"},
+    {s_sound, "/* x", "1:1: error: this comment is never closed [unexpected-end]\n"},
+    // Values and keys that are none. The object goes on after them, and its checks too.
+    {"\"2\"",
+     "\"2\", \"base_product_0\": True, \"base_product_1\": NULL, \"base_product_2\": +1, \"base_product_3\": .5, "
+     "\"base_product_4\": free text, \"base_product_5\": , \"base_product_6\": -, \"base_product_7\": 01.5",
+     "1:73: error: write true in lower case [expected-value]\n1:97: error: write null in lower case "
+     "[expected-value]\n1:121: error: a number takes no plus sign [expected-value]\n1:143: error: a number starts with "
+     "a digit: write 0 before the point [expected-value]\n1:165: error: text takes double quotes "
+     "[expected-value]\n1:194: error: a value is missing before this [expected-value]\n1:214: error: expected a digit "
+     "[bad-number]\n1:235: error: a malformed number [bad-number]\n"},
+    {"\"2\"", "undefined", "1:50: error: \"release\" must be a string, not undefined [expected-value]\n"},
+    {"\"2\"", "7.2.1", "1:50: error: \"release\" must be a string: put it in double quotes [bad-number]\n"},
+    {"\"2\"",
+     "\xE2\x80\x9C"
+     "2, 3\xE2\x80\x9D",
+     "1:50: error: strings and keys take straight double quotes, not typographic ones [expected-value]\n"},
+    {"\"2\",", "\"2\" /* x */ // y\n# z\n,", "1:54: error: JSON has no comments: remove it [expected-value]\n"},
+    {"\"2\",", "\"2\",\xC2\xA0\xE2\x80\x83",
+     "1:54: error: a no-break space isn't white space in JSON: write a plain space [expected-value]\n1:55: error: this "
+     "blank isn't white space in JSON: write a plain space [expected-value]\n"},
+    // Commas and colons.
+    {"\"AK\",", "\"AK\"", "3:2: error: a comma is missing before this [expected-comma]\n"},
+    {"\"all\"}}]}},", "\"all\"}}]}}", "4:1: error: a comma is missing before this [expected-comma]\n"},
+    {"\"BE\",", "\"BE\",,,", "4:100: error: a comma too many: remove it [expected-value]\n"},
+    {"[]}}]", "[]}},]", "5:29: error: a comma before \"]\": remove it [expected-value]\n"},
+    {"\"basecode\": \"AK\"", "\"basecode\" \"AK\"", "2:100: error: a colon is missing before this [expected-colon]\n"},
+    // Quotes and escapes.
+    {"\"2\"", "\"2", "1:50: error: the closing quote of this string is missing [unexpected-end]\n"},
+    {"\"all\"}}]}}", "\"all}}]}}", "3:73: error: the closing quote of this string is missing [unexpected-end]\n"},
+    {"\"Beta\"", "\"The \"Quick\" Beta\"",
+     "4:35: error: a quote is missing, or this one is part of the text and must be written as \\\" [expected-comma]\n"},
+    {"\"short_name\": \"be\"", "\"short_name: \"be\"",
+     "4:76: error: a quote is missing, or this one is part of the text and must be written as \\\" [expected-comma]\n"},
+    {"\"beta\",", "\"beta,\n", "4:55: error: the closing quote of this string is missing [unexpected-end]\n"},
+    {"\"beta\"", "\"sea\\light\\house\"",
+     "4:59: error: no escape: double the backslash, or write \"/\" in a location [bad-escape]\n"},
+    {"\"format\"", "\"for\\mat\"",
+     "1:28: error: no escape: double the backslash, or write \"/\" in a location [bad-escape]\n"},
     {"\"2\"", "\"\\uD83Dx\"",
      "1:51: error: invalid \\u escape: four hexadecimal digits are needed, and a second \\u escape after a high "
      "surrogate [bad-unicode-escape]\n"},
-    {"\"2\"", "-", "1:51: error: expected a digit [bad-number]\n"},
+    // Brackets. What follows one tells whether it is wrong, or another is missing.
+    {"\"all\"}}]}}", "\"all\"}}}}",
+     "3:80: error: a \"]\" is missing before this [expected-comma]\n3:25: note: this \"[\" isn't closed\n"},
+    {"\"all\"}}]}}", "\"all\"}]}}",
+     "3:79: error: a \"}\" is missing before this [expected-comma]\n3:26: note: this \"{\" isn't closed\n"},
+    {"[]}}]}}", "[]}}}, \"$schema\": 1}}",
+     "5:29: error: write \"]\" for this bracket [expected-comma]\n1:71: note: this \"[\" is open\n"},
+    {"}}]}},", "}}]}}},",
+     "3:83: error: a closing bracket too many: remove it [expected-comma]\n1:71: note: this \"[\" is open\n"},
+    {"[{\"product_family\"", "[{\"product_family\": {\"family\": \"a\"}, {\"product_family\"",
+     "3:62: error: a \"}\" is missing before this [expected-comma]\n3:26: note: this \"{\" isn't closed\n"},
+    {"[]}}]}}", "[]}}]}}}", "5:32: error: text follows the document [text-after-document]\n"},
+    {"[]}}]}}", "", "5:25: error: the text ends too early [unexpected-end]\n4:13: note: this \"{\" is never closed\n"},
+    {"\"format\": \"1\"", "{\"format\": \"1\"",
+     "1:24: error: a key must come before this bracket, or it is one too many [expected-value]\n"},
+    {"\"2\"", "\"2\", \"base_product_x\": {\"a\": 1] 5",
+     "1:80: error: expected \"}\" before this bracket [expected-comma]\n1:73: note: this \"{\" isn't closed\n"},
+    {"\"2\"", std::string(256, '['),
+     "1:305: error: arrays and objects are nested more than 256 deep [nesting-too-deep]\n"},
+    // Objects and their keys.
     {"\"2\"", "{\"zqtype\": \"int8\", \"zqdata\": [1.5]}",
      "1:81: error: expected an integer as the element of a typed array [bad-typed-array]\n"},
     {"\"format\"", "\"zqdata\": [1.5], \"zqtype\": \"int8\", \"format\"",
      "1:24: info: \"zqdata\" isn't read [unknown-key]\n1:41: info: \"zqtype\" isn't read [unknown-key]\n1:57: error: "
      "expected an integer as the element of a typed array [bad-typed-array]\n"},
-    {"\"2\"", std::string(256, '['),
-     "1:305: error: arrays and objects are nested more than 256 deep [nesting-too-deep]\n"},
-    {"[]}}]}}", "[]}}]}}}", "5:32: error: text follows the document [text-after-document]\n"},
-    {"[]}}]}}", "", "5:25: error: the text ends too early [unexpected-end]\n"},
-    {"\"AK\",", "\"AK\"", "3:2: error: a comma is missing before this [expected-comma]\n"},
-    {"\"basecode\": \"AK\",", "\"basecode\" \"AK\",", "2:100: error: expected \":\" after a key [expected-colon]\n"},
-    {"\"basecode\": \"AK\",", "\"basecode\": \"AK\",,", "2:106: error: a comma too many: remove it [expected-value]\n"},
-    {"\"all\"}}]}},", "\"all\"}}]}}", "4:1: error: a comma is missing before this [expected-comma]\n"},
-    {"[]}}]", "[]}},]", "5:29: error: a comma before \"]\": remove it [expected-value]\n"},
-    {"\"basecode\": \"AK\",", "", "2:13: error: product \"Alpha Kit\" has no \"basecode\" [missing-key]\n"},
-    {"\"family\": \"kits\", ", "", "3:45: error: \"product_family\" has no \"family\" [missing-key]\n"},
-    {"\"2\"", "2", "1:50: error: \"release\" must be a string, and is a number [wrong-type]\n"},
-    {"[]}}", "null}}", "5:25: error: \"product_family_list\" must be an array, and is null [wrong-type]\n"},
-    {"[]}}", "[7]}}", "5:26: error: an element here must be an object, and is a number [wrong-type]\n"},
-    {"\"documentation_set\"", "\"documentation_sets\"",
+    {"{\"display_name\": \"Beta\", \"help_location\": \"beta\", \"short_name\": \"be\", \"basecode\": \"BE\",\n "
+     "\"product_family_list\": []}",
+     "{}",
+     "4:13: error: \"product\" has no \"display_name\", \"help_location\", \"short_name\", \"basecode\" or "
+     "\"product_family_list\" [missing-key]\n"},
+    {"\"documentation_set\": {\"format\": \"1\"", "\"documentation_sets\": {\"format\": 1",
      "1:1: error: the document has no \"documentation_set\" [missing-key]\n1:2: warning: \"documentation_sets\" isn't "
-     "read (did you mean \"documentation_set\"?) [near-key]\n"},
-    {"\"BE\"", "\"BE\", \"alt_shortname\": \"\", \"x~/\": 1, \"$schema\": 1, \"base_product_x\": 1",
-     "4:101: warning: \"alt_shortname\" isn't read (did you mean \"alt_short_name\"?) [near-key]\n4:122: info: \"x~/\" "
-     "isn't read [unknown-key]\n"},
-    {"\"BE\"", "\"BE\", \"basecode\": 1, \"x\": 1, \"x\": 1",
+     "read (did you mean \"documentation_set\"?) [near-key]\n1:35: error: \"format\" must be a string, and is a number "
+     "[wrong-type]\n"},
+    {"\"BE\"", "\"BE\", \"basecode\": 1, \"x\": 1, \"x\": 1, \"$schema\": 1, \"alt_shortname\": 1",
      "4:101: warning: \"basecode\" is dropped: the object has it already [duplicate-key]\n4:83: note: the first one is "
      "read\n4:116: info: \"x\" isn't read [unknown-key]\n4:124: warning: \"x\" is dropped: the object has it already "
-     "[duplicate-key]\n4:116: note: the first one is read\n"},
-    {"\"be\"", "\" ak \"",
-     "4:77: warning: white space around the short name \"ak\" [blank-around-name]\n4:77: warning: \"ak\" leads to this "
-     "product, not to \"Alpha Kit\" [ambiguous-name]\n2:83: note: short name of \"Alpha Kit\"\n"},
-    {"\"be\"", "\" \"", "4:77: warning: the short name is empty [empty-name]\n"},
-    {R"("Beta", "help_location": "beta", "short_name": "be", "basecode": "BE")",
-     R"("", "help_location": " ", "short_name": "", "basecode": "\t")",
+     "[duplicate-key]\n4:116: note: the first one is read\n4:146: warning: \"alt_shortname\" isn't read (did you mean "
+     "\"alt_short_name\"?) [near-key]\n"},
+    // Products.
+    {"\"beta\", \"short_name\": \"be\", \"basecode\": \"BE\"",
+     "\"alpha\", \"short_name\": \" ak \", \"basecode\": \"AK\"",
+     "4:78: warning: white space around the short name \"ak\" [blank-around-name]\n4:98: warning: \"AK\", \"ak\", "
+     "\"alpha\" find this product, number 2 in the list, and no longer the earlier one [ambiguous-name]\n2:101: note: "
+     "base code of \"Alpha Kit\", number 1 in the list\n2:83: note: short name of \"Alpha Kit\", number 1 in the "
+     "list\n2:60: note: help location of \"Alpha Kit\", number 1 in the list\n"},
+    {"\"be\", \"basecode\": \"BE\"", "\" \", \"basecode\": \"\"",
+     "4:77: warning: the short name has no visible character [empty-name]\n4:94: warning: the base code is empty "
+     "[empty-name]\n"},
+    {"\"Beta\", \"help_location\": \"beta\", \"short_name\": \"be\", \"basecode\": \"BE\"",
+     "\"\", \"help_location\": \" \", \"short_name\": \"\", \"basecode\": \"\\t\"",
      "4:13: warning: nothing can find this product: all its names are empty [all-names-empty]\n"},
     {"\"beta\"", "\"a/../../beta\"",
      "4:55: warning: the help location \"a/../../beta\" leads out of the data root [location-outside]\n"},
-    {"\"beta\"", "\"/beta\"",
-     "4:55: warning: a help location is relative: remove the first \"/\" [location-outside]\n"},
-    {"\"beta\"", "\"a\\\\b\"", "4:55: warning: a backslash in the help location: the separator is \"/\" [backslash]\n"},
-    {"\"be\"", "\"../../../be\"",
-     "4:77: warning: the short name \"../../../be\" leads out of the data root [short-name-outside]\n"},
+    {"\"beta\"", "\"/a\\\\b\\\\\\b\"",
+     "4:55: warning: a help location is relative: remove the first \"/\" [location-outside]\n4:55: warning: a "
+     "backslash in the help location: the separator is \"/\" [backslash]\n4:55: warning: a backslash that became a "
+     "control character, such as \"\\t\": the separator is \"/\" [backslash]\n"},
+    {"\"beta\", \"short_name\": \"be\"", "\"https://beta\", \"short_name\": \"../../../be\"",
+     "4:55: warning: a help location is a folder below the data root, and no URL or drive [location-outside]\n4:85: "
+     "warning: the short name \"../../../be\" leads out of the data root [short-name-outside]\n"},
+    {"\"beta\", \"short_name\": \"be\"", "\"C:/beta\", \"short_name\": \"b/e\"",
+     "4:55: warning: a help location is a folder below the data root, and no URL or drive [location-outside]\n4:80: "
+     "warning: a short name is no path: it takes no \"/\" [short-name-form]\n"},
+    {"\"beta\", \"short_name\": \"be\"", "\"./a//b/\", \"short_name\": \"be.properties\"",
+     "4:55: warning: write this location as \"a/b\" [location-form]\n4:80: warning: a short name is no file name: "
+     "remove \".properties\" [short-name-form]\n"},
     {"\"kits\"", "\"WebOnlyProduct\"",
      "3:56: warning: \"WebOnlyProduct\" isn't \"webonlyproducts\", so the product is one to install [near-webonly]\n"},
-    {"\"Beta\"", "\"Be\xFFta\"", "4:33: warning: a byte that isn't part of UTF-8 [invalid-utf8]\n"},
-    {"\"Beta\"", "\"Be\x01ta\"", "4:33: warning: a control character: write it as \\u0001 [control-character]\n"},
+    // What other readers refuse.
+    {"\"Beta\"", "\"Be\xFFta \xE9\"",
+     "4:33: warning: the first of 2 bytes that aren't UTF-8: save the file as UTF-8 [invalid-utf8]\n"},
+    {"\"Beta\"", "\"\x01\n\t\"",
+     "4:30: warning: white space around the display name \"\\x01\" [blank-around-name]\n4:31: warning: a control "
+     "character: write it as \\u0001 [control-character]\n4:32: warning: a line feed in a string: write it as \\n "
+     "[control-character]\n5:1: warning: a tab in a string: write it as \\t [control-character]\n"},
     {"\"Beta\"", "\"\\uDC00 \\uD83D\\uDE00 \\uD83D\\u0041\"",
      "4:31: warning: half of a surrogate pair, which becomes U+FFFD [replaced-surrogate]\n4:51: warning: half of a "
      "surrogate pair, which becomes U+FFFD [replaced-surrogate]\n"},
-    {"\"2\"", "\"2\", \"x\": [1e999, 007, -00]",
-     "1:55: info: \"x\" isn't read [unknown-key]\n1:61: warning: a number that no double holds [number-range]\n1:68: "
-     "warning: a number with leading zeros [not-rfc8259]\n1:73: warning: a number with leading zeros [not-rfc8259]\n"},
-    {"\"2\"", "\f\"2\"", "1:50: warning: form feed and vertical tab are no white space in JSON [not-rfc8259]\n"},
+    {"\"2\"", "\f\"2\", \"base_product_x\": [1e999, 007, -00]",
+     "1:50: warning: form feed and vertical tab are no white space in JSON [not-rfc8259]\n1:75: warning: a number that "
+     "no double holds [number-range]\n1:82: warning: a number with leading zeros [not-rfc8259]\n1:87: warning: a "
+     "number with leading zeros [not-rfc8259]\n"},
 };
 
 std::string replaced(const Row& row) {
@@ -160,6 +225,28 @@ TEST(Check, SaysWhatIsWrongAndWhere) {
     }
     for (const Code& code : codes) {
         EXPECT_NE(all.find(fmt::format("[{}]", code.name)), std::string::npos) << code.name;
+    }
+}
+
+// A part of the sound catalogue, what replaces it, and the pointers of the problems.
+const Row s_pointers[] = {
+    {"\"2\"", "\"2\", \"a~/\": [0, {\"b\\n\": \"\t\"}]", "/documentation_set/a~0~1 /documentation_set/a~0~1/1/b\n "},
+    {"\"Beta\"", "\"\xFF\"", "/documentation_set/product_list/1/product/display_name "},
+    {"\"2\"", "\"2\", \"$schema\": [{\"x\": True}]", "/documentation_set/$schema "},
+    {"\"1\", \"release\": \"2\", \"product_list\": [\n{\"product\": {\"display_name\": \"Alpha Kit\"",
+     "{{\n{\"product\": {\"display_name\": 1",
+     "/documentation_set/format /documentation_set/product_list/0/product/display_name "},
+};
+
+TEST(Check, PointsToTheMember) {
+    const Policy policy;
+    for (const Row& row : s_pointers) {
+        const Report report = examine("f", replaced(row), "", policy);
+        std::string pointers;
+        for (const Problem* problem : report.problems.kept()) {
+            pointers += problem->pointer + ' ';
+        }
+        EXPECT_EQ(pointers, row.said);
     }
 }
 
