@@ -3,9 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 
+#include "doc_products_shared/catalogue_keys.hpp"
 #include "json/lexical_reader.hpp"
 #include "json/parse.hpp"
 #include "json/structure_parser.hpp"
@@ -15,13 +17,18 @@ namespace app::check {
 namespace {
 
 namespace json = foundation::json;
+namespace keys = doc_products_shared::catalogue_keys;
 
 constexpr std::string_view s_space = " \t\r\n\f\v";
+
+// The keys that elements of arrays consist of.
+constexpr std::array<std::string_view, 2> s_elements = {keys::product, keys::productFamily};
 
 // How far the reader looks ahead, in bytes, for a closing quote and for what follows brackets.
 constexpr std::size_t s_nearQuote = 200;
 constexpr std::size_t s_nearBracket = 300;
 constexpr std::size_t s_mostMissing = 5;  // brackets
+constexpr std::size_t s_mostQuotes = 5;   // faults about quotes that are reported one by one
 
 bool isIn(std::string_view bytes, char byte) {
     return bytes.find(byte) != std::string_view::npos;
@@ -45,7 +52,19 @@ Reader::Position Reader::near(std::size_t distance) const {
 void Reader::report(Problem problem) {
     ++m_faults;
     m_soundEnd = std::min(m_soundEnd, problem.place.offset);
-    m_report(std::move(problem));
+    if (!isAboutQuotes(problem) || ++m_quotes <= s_mostQuotes) {
+        m_report(std::move(problem));
+    } else if (!m_furtherQuotes) {
+        m_furtherQuotes = std::move(problem);
+    }
+}
+
+void Reader::reportRest() {
+    if (m_furtherQuotes) {
+        const std::size_t others = m_quotes - s_mostQuotes - 1;
+        m_furtherQuotes->message += others == 0 ? "" : fmt::format(", here and at {} more places", others);
+        m_report(std::move(*m_furtherQuotes));
+    }
 }
 
 void Reader::report(const Code& code, const Place& place, std::string message, std::vector<Related> related) {
@@ -160,7 +179,7 @@ Reader::Step Reader::next() {
 // Takes a comma, a closing bracket or what else is here. Nothing if the place is still the same.
 std::optional<Reader::Step> Reader::takeToken() {
     Open& open = m_open.back();
-    if (isAt(',')) {
+    if (isAtAny(",;")) {
         return takeComma(open);
     }
     if (!isAtAny("]}")) {
@@ -178,7 +197,9 @@ std::optional<Reader::Step> Reader::takeToken() {
 }
 
 std::optional<Reader::Step> Reader::takeComma(Open& open) {
-    if (open.state == State::first || open.state == State::comma) {
+    if (isAt(';')) {
+        report(code("expected-comma"), here(), "write a comma for \";\"");
+    } else if (open.state == State::first || open.state == State::comma) {
         report(code("expected-value"), here(), "a comma too many: remove it");
     }
     open.state = open.state == State::item ? State::comma : State::surplus;
@@ -218,7 +239,15 @@ bool Reader::isOfOuter(const Open& open) const {
         return false;
     }
     const bool isInObject = m_open[m_open.size() - 2].closing == '}';
-    return open.closing == ']' ? isInObject && startsKey(m_at) : !isInObject && isAt('{');
+    return open.closing == ']' ? isInObject && startsKey(m_at) && !startsElement() : !isInObject && isAt('{');
+}
+
+// True if the key of an element is there, which then lacks its opening bracket.
+bool Reader::startsElement() const {
+    const std::string_view rest = std::string_view(m_text).substr(offset());
+    return std::any_of(s_elements.begin(), s_elements.end(), [&](std::string_view key) {
+        return rest.starts_with('"') && rest.substr(1).starts_with(key) && rest.substr(1 + key.size()).starts_with('"');
+    });
 }
 
 void Reader::reportOpen(std::string message, const Open& open) {
@@ -349,7 +378,7 @@ bool Reader::readString(Text& text, bool isValue) {
 bool Reader::isInsideText() const {
     Position next = m_at;
     json::skip_whitespace(next, m_text.end(), 0);
-    return next != m_text.end() && !isIn(",:}]", *next) && !isIn("\"{[=", *next) &&
+    return next != m_text.end() && !isIn(",;:}]", *next) && !isIn("\"{[=", *next) &&
            fillerAt(m_text, offset(next)).length == 0;
 }
 
@@ -389,7 +418,10 @@ bool Reader::endsBeforeKey(Position begin) const {
 // Reports a string without a closing quote, and goes to its end.
 void Reader::endUnclosed(Position begin, Position end) {
     endBefore(begin, end);
-    report(code("unexpected-end"), placeFrom(offset(begin)), "the closing quote of this string is missing");
+    const bool isEscaped = m_at - begin > 2 && m_at[-1] == '"' && m_at[-2] == '\\';
+    report(code("unexpected-end"), placeFrom(offset(begin)),
+           isEscaped ? "the backslash makes the last quote part of the text: remove it"
+                     : "the closing quote of this string is missing");
 }
 
 void Reader::endAfterEscape(Position begin) {
@@ -501,7 +533,11 @@ bool Reader::readScalar(json::Value& value, const Wanted& wanted) {
         return true;
     }
     value = {};
-    report(valueProblem(m_text, result, begin, wanted));
+    Problem problem = valueProblem(m_text, result, begin, wanted);
+    if (m_open.empty()) {
+        problem.message = "this isn't JSON: a catalogue starts with \"{\"";
+    }
+    report(std::move(problem));
     const std::size_t opening = quoteAt(m_text, begin);
     moveTo(begin + opening);
     opening > 0 ? endAtQuote() : skipItem();

@@ -46,6 +46,8 @@ public:
     bool start();
     // Goes to what follows the document; false if that is more than white space.
     bool finish();
+    // Reports the faults that are reported together. Call last.
+    void reportRest();
 
     // Opens the object or array whose bracket is here. False if lost.
     bool open();
@@ -113,6 +115,7 @@ private:
     std::optional<Step> takeItem(Open& open);
     std::optional<Step> takeWrongBracket(Open& open);
     bool isOfOuter(const Open& open) const;
+    bool startsElement() const;
     Ahead lookAhead() const;
     std::size_t missingBefore(const Ahead& ahead) const;
     bool fits(std::size_t level, std::string_view closings, Then then) const;
@@ -144,6 +147,8 @@ private:
     std::size_t m_implied = 0;  // so many are still to end without a closing bracket
     bool m_isIncomplete = false;
     std::size_t m_faults = 0;
+    std::size_t m_quotes = 0;                // faults about quotes
+    std::optional<Problem> m_furtherQuotes;  // the first of them that isn't reported by itself
     std::size_t m_soundEnd = std::string::npos;
 };
 

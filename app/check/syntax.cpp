@@ -70,17 +70,19 @@ constexpr std::array s_words = {
 constexpr std::array s_nothings = {
     Wording{"Null", "write null in lower case"},
     Wording{"NULL", "write null in lower case"},
-    Wording{"None", "JSON has no None: write null, or leave the key out"},
-    Wording{"nil", "JSON has no nil: write null, or leave the key out"},
-    Wording{"undefined", "JSON has no undefined: write null, or leave the key out"},
+    Wording{"None", "JSON has no None: leave the key out"},
+    Wording{"nil", "JSON has no nil: leave the key out"},
+    Wording{"undefined", "JSON has no undefined: leave the key out"},
 };
 
+constexpr std::string_view s_keyQuotes = "a key takes double quotes";
+constexpr std::string_view s_otherQuotes = "strings and keys take double quotes";
 constexpr std::string_view s_typographic = "strings and keys take straight double quotes, not typographic ones";
 
 constexpr std::array s_quotes = {
     Wording{"\"", ""},
-    Wording{"'", "strings and keys take double quotes"},
-    Wording{"`", "strings and keys take double quotes"},
+    Wording{"'", s_otherQuotes},
+    Wording{"`", s_otherQuotes},
     Wording{"\u2018", s_typographic},
     Wording{"\u2019", s_typographic},
     Wording{"\u201A", s_typographic},
@@ -105,6 +107,8 @@ constexpr std::array s_blanks = {
     Wording{"\u2028", s_blank},
     Wording{"\u3000", s_blank},
 };
+
+constexpr std::array<std::string_view, 4> s_conflicts = {"<<<<<<< ", "||||||| ", "=======", ">>>>>>> "};
 
 template <std::size_t Count>
 const Wording* find(const std::array<Wording, Count>& wordings, std::string_view text) {
@@ -161,6 +165,13 @@ std::size_t lengthOfComment(std::string_view text) {
     return end == std::string_view::npos ? end : end + 2;
 }
 
+// True for a line with which a version control system marks a conflict.
+bool isConflict(std::string_view text, std::size_t offset) {
+    return (offset == 0 || text[offset - 1] == '\n') &&
+           std::any_of(s_conflicts.begin(), s_conflicts.end(),
+                       [&](std::string_view marker) { return text.substr(offset).starts_with(marker); });
+}
+
 }  // namespace
 
 std::optional<Problem> fileProblem(std::string_view text) {
@@ -200,8 +211,7 @@ Problem valueProblem(std::string_view text, ParseResult result, std::size_t offs
 Problem keyProblem(std::string_view text, std::size_t offset) {
     const std::string_view rest = text.substr(offset);
     const bool isBracket = rest.front() == '{' || rest.front() == '[';
-    std::string_view message =
-        isBracket ? "a key must come before this bracket, or it is one too many" : "a key takes double quotes";
+    std::string_view message = isBracket ? "a key must come before this bracket, or it is one too many" : s_keyQuotes;
     if (const Wording* const quote = find(s_quotes, rest)) {
         message = quote->message;
     }
@@ -209,10 +219,18 @@ Problem keyProblem(std::string_view text, std::size_t offset) {
     return {&code("expected-value"), {offset, length}, std::string(message), {}};
 }
 
+bool isAboutQuotes(const Problem& problem) {
+    const std::string_view message = problem.message;
+    return message == s_keyQuotes || message == s_otherQuotes || message == s_typographic;
+}
+
 Filler fillerAt(std::string_view text, std::size_t offset) {
     const std::string_view rest = text.substr(offset);
     if (rest.starts_with("//") || rest.starts_with("/*") || rest.starts_with('#')) {
         return {lengthOfComment(rest), "JSON has no comments: remove it"};
+    }
+    if (isConflict(text, offset)) {
+        return {lengthOfComment(rest), "a merge conflict: keep one of its versions, and no marker"};
     }
     const bool isAscii = static_cast<unsigned char>(rest.front()) < 0x80;
     const Wording* const blank = isAscii ? nullptr : find(s_blanks, rest);

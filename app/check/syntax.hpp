@@ -30,13 +30,16 @@ Problem valueProblem(std::string_view text, foundation::json::ParseResult result
                      const Wanted& wanted);
 Problem keyProblem(std::string_view text, std::size_t offset);
 
+// True if a string or a key has other quotes, or none. A file of another language is full of them.
+bool isAboutQuotes(const Problem& problem);
+
 // What authors put between two tokens, and what to say of it.
 struct Filler {
     std::size_t length = 0;  // 0: nothing of the kind is there; npos: a comment without an end
     std::string_view message;
 };
 
-// The comment or the blank beyond ASCII at the offset.
+// The comment, the blank beyond ASCII or the mark of a merge conflict at the offset.
 Filler fillerAt(std::string_view text, std::size_t offset);
 
 // The length of the quote at the offset, of whatever form; 0 if there is none.

@@ -400,6 +400,8 @@ std::size_t Walk::run() {
             readElement(s_entry, m_index++);
         }
     }
+    m_path.clear();
+    m_reader.reportRest();
     return m_reader.soundEnd();
 }
 

@@ -52,6 +52,25 @@ const Row s_rows[] = {
      "1:1: error: a byte order mark: save the file as UTF-8 without one [expected-value]\n"},
     {"{\"doc", "\"doc", "1:1: error: a \"{\" is missing before this [expected-value]\n"},
     {s_sound, "/* x", "1:1: error: this comment is never closed [unexpected-end]\n"},
+    {s_sound, "--- x", "1:1: error: this isn't JSON: a catalogue starts with \"{\" [bad-number]\n"},
+    {s_sound, "{'a': `b`, \"$schema\": \u201Cd\u201D, description: 'f', 'documentation_set': 'g', `h`: 1}",
+     "1:2: error: strings and keys take double quotes [expected-value]\n1:2: info: \"a\" isn't read "
+     "[unknown-key]\n1:7: error: strings and keys take double quotes [expected-value]\n1:23: error: strings and keys "
+     "take straight double quotes, not typographic ones [expected-value]\n1:28: error: a key takes double quotes "
+     "[expected-value]\n1:41: error: strings and keys take double quotes [expected-value]\n1:46: error: strings and "
+     "keys take double quotes, here and at 2 more places [expected-value]\n1:72: info: \"h\" isn't read "
+     "[unknown-key]\n"},
+    {"\"release\": \"2\",", "\n<<<<<<< a\n\"release\": \"2\",\n=======\n\"release\": \"3\",\n>>>>>>> b\n",
+     "2:1: error: a merge conflict: keep one of its versions, and no marker [expected-value]\n4:1: error: a merge "
+     "conflict: keep one of its versions, and no marker [expected-value]\n5:1: warning: \"release\" is dropped: the "
+     "object has it already [duplicate-key]\n3:1: note: the first one is read\n6:1: error: a merge conflict: keep one "
+     "of its versions, and no marker [expected-value]\n"},
+    {"\"1\",", "\"1\";", "1:37: error: write a comma for \";\" [expected-comma]\n"},
+    {"\"2\",", "\"2\\\",\n",
+     "1:50: error: the backslash makes the last quote part of the text: remove it [unexpected-end]\n"},
+    {"[]}}]}}", "[]}},\n\"product\": {}}]}}",
+     "6:1: error: a \"{\" is missing before this [expected-value]\n6:12: error: \"product\" has no \"display_name\", "
+     "\"help_location\", \"short_name\", \"basecode\" or \"product_family_list\" [missing-key]\n"},
     // Values and keys that are none. The object goes on after them, and its checks too.
     {"\"2\"",
      "\"2\", \"base_product_0\": True, \"base_product_1\": NULL, \"base_product_2\": +1, \"base_product_3\": .5, "
