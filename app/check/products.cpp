@@ -142,11 +142,13 @@ void ProductChecks::checkLocation(const Product& product, const std::string& loc
     if (hasScheme(location)) {
         report(code("location-outside"), product, helpLocation,
                "a help location is a folder below the data root, and no URL or drive");
-    } else if (location.starts_with('/')) {
-        report(code("location-outside"), product, helpLocation, "a help location is relative: remove the first \"/\"");
     } else if (leadsOut(location)) {
         report(code("location-outside"), product, helpLocation,
                fmt::format("the help location \"{}\" leads out of the data root", location));
+    } else if (location.starts_with('/')) {
+        const std::size_t start = std::min(location.find_first_not_of('/'), location.size());
+        report(code("location-outside"), product, helpLocation,
+               fmt::format("a help location is relative: write \"{}\"", plainForm(location.substr(start))));
     } else if (const std::string plain = plainForm(location); plain != location) {
         report(code("location-form"), product, helpLocation, fmt::format("write this location as \"{}\"", plain));
     }

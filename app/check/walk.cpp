@@ -73,6 +73,7 @@ struct Unknown {
 // The state of an object that is walked through.
 struct ObjectState {
     const ObjectRule& rule;
+    std::size_t faults;  // of syntax, before the object
     std::vector<Text> texts = std::vector<Text>(rule.keys.size());
     std::vector<std::optional<Place>> places = std::vector<std::optional<Place>>(rule.keys.size());  // of known keys
     std::map<std::string, Unknown, std::less<>> unknown = {};
@@ -128,6 +129,8 @@ private:
     void reportDuplicate(const Place& later, const Place& first);
     void reportMissing(const ObjectState& state, const Place& bracket);
     void reportUnknown(ObjectState& state);
+    bool isFlat(const ObjectState& state) const;
+    void readFlat(const ObjectState& state, const Place& bracket);
     void readNear(ObjectState& state, const std::string& key, std::size_t value);
 
     Problems& m_problems;
@@ -256,8 +259,7 @@ bool Walk::readObject(const ObjectRule& rule) {
 
 // Reads the members of the object that begins there and is open.
 bool Walk::readMembers(const ObjectRule& rule, std::size_t begin) {
-    ObjectState state{rule};
-    const std::size_t faults = m_reader.faults();
+    ObjectState state{rule, m_reader.faults()};
     if (&rule == &s_product) {
         m_product = {m_index, {begin, 1}, pointer(), {}, {}};
     }
@@ -270,15 +272,37 @@ bool Walk::readMembers(const ObjectRule& rule, std::size_t begin) {
     if (step == Reader::Step::lost) {
         return false;
     }
-    if (state.isTyped && m_reader.faults() == faults) {
+    if (state.isTyped && m_reader.faults() == state.faults) {
         m_reader.readAgain(begin);
     }
     endObject(state, {begin, 1});
     return true;
 }
 
+// True for an element that holds the keys of the object that it should hold.
+bool Walk::isFlat(const ObjectState& state) const {
+    const KeyRule& wanted = state.rule.keys.front();
+    const bool isElement = state.rule.name.empty() && !m_path.empty();
+    return isElement && !state.places.front() &&
+           std::any_of(wanted.content->keys.begin(), wanted.content->keys.end(),
+                       [&](const KeyRule& rule) { return state.unknown.contains(rule.key); });
+}
+
+// Reads the element again as that object.
+void Walk::readFlat(const ObjectState& state, const Place& bracket) {
+    const KeyRule& wanted = state.rule.keys.front();
+    report(code("missing-key"), bracket,
+           fmt::format("this entry has no \"{0}\": put it into {{\"{0}\": ...}}", wanted.key));
+    if (m_reader.faults() == state.faults) {
+        m_reader.readAt(bracket.offset, [&] { readObject(*wanted.content); });
+    }
+}
+
 void Walk::endObject(ObjectState& state, const Place& bracket) {
     const bool isIncomplete = m_reader.isIncomplete();
+    if (isFlat(state)) {
+        return readFlat(state, bracket);
+    }
     reportUnknown(state);
     if (&state.rule == &s_family) {
         m_product.families.push_back(state.texts.front());

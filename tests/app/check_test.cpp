@@ -65,6 +65,9 @@ const Row s_rows[] = {
      "conflict: keep one of its versions, and no marker [expected-value]\n5:1: warning: \"release\" is dropped: the "
      "object has it already [duplicate-key]\n3:1: note: the first one is read\n6:1: error: a merge conflict: keep one "
      "of its versions, and no marker [expected-value]\n"},
+    {"[{\"product_family\": {\"family\": \"kits\", \"group\": \"all\"}}]", "[{\"family\": 1}]",
+     "3:26: error: this entry has no \"product_family\": put it into {\"product_family\": ...} [missing-key]\n3:37: "
+     "error: \"family\" must be a string, and is a number [wrong-type]\n"},
     {"\"1\",", "\"1\";", "1:37: error: write a comma for \";\" [expected-comma]\n"},
     {"\"2\",", "\"2\\\",\n",
      "1:50: error: the backslash makes the last quote part of the text: remove it [unexpected-end]\n"},
@@ -166,7 +169,7 @@ const Row s_rows[] = {
     {"\"beta\"", "\"a/../../beta\"",
      "4:55: warning: the help location \"a/../../beta\" leads out of the data root [location-outside]\n"},
     {"\"beta\"", "\"/a\\\\b\\\\\\b\"",
-     "4:55: warning: a help location is relative: remove the first \"/\" [location-outside]\n4:55: warning: a "
+     "4:55: warning: a help location is relative: write \"a\\b\\\\x08\" [location-outside]\n4:55: warning: a "
      "backslash in the help location: the separator is \"/\" [backslash]\n4:55: warning: a backslash that became a "
      "control character, such as \"\\t\": the separator is \"/\" [backslash]\n"},
     {"\"beta\", \"short_name\": \"be\"", "\"https://beta\", \"short_name\": \"../../../be\"",
