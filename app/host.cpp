@@ -32,8 +32,8 @@ bool isNamed(const fl::ustring& path, const fl::ustring& name) {
 // before it reads it, and here that test throws Failure. The library itself takes an unreadable file as empty and reads
 // an endless one until memory runs out.
 //
-// Records the calls that find the roots, the catalogue and the products. While catalogues are checked, nothing is
-// written: a setting that can't be isn't a fault of theirs.
+// Records the calls that find the roots, the catalogue and the products. The command check writes no setting, so a
+// failing write can't keep it from its answer.
 class Services : public vorlan::Services {
 public:
     explicit Services(const Options& options)

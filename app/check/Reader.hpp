@@ -22,8 +22,8 @@ struct Text {
 };
 
 // Goes through the text of a catalogue, item by item, with the library's own readers. Reports each fault of syntax and
-// goes on where its repair is evident; otherwise it is lost, and goes on at the next entry of the product list. No byte
-// is read more than a few times, whatever the faults.
+// goes on where the repair is evident. Elsewhere it is lost, and the caller goes on at the next text that `find` finds.
+// Each byte is read a few times at most, whatever the faults.
 class Reader {
 public:
     // Where an object or an array goes on.
@@ -38,9 +38,8 @@ public:
     std::size_t faults() const { return m_faults; }
     std::size_t soundEnd() const { return m_soundEnd; }  // no fault of syntax is before this offset
     std::size_t depth() const { return m_open.size(); }
-    bool isIncomplete() const {
-        return m_isIncomplete;
-    }  // a key may be among what was skipped in the object just ended
+    // True if a part of the object that ended last was skipped, so that it may have more keys.
+    bool isIncomplete() const { return m_isIncomplete; }
 
     // Goes to the document; false if there is none.
     bool start();
@@ -57,11 +56,11 @@ public:
     Step next();
     // Reads a key and its colon. If no value follows, the step is end.
     Step readKey(Text& key);
-    // Reads a string; it is there unless it was faulty. False if lost.
+    // Reads a string; `isThere` is false if it was faulty. False if lost.
     bool readString(Text& text);
-    // Reads any value; it holds nothing if it was faulty. False if lost.
+    // Reads any value; `value` is undefined if it was faulty. False if lost.
     bool readValue(foundation::json::Value& value, const Wanted& wanted);
-    // Reads the object again that begins there and has no fault of syntax, for what only the library knows to be wrong.
+    // Reads an object without a fault of syntax again, and reports what the library refuses in it.
     void readAgain(std::size_t begin);
     // Calls `read` at a value that has no fault of syntax, and returns here.
     void readAt(std::size_t begin, const std::function<void()>& read);
@@ -74,7 +73,7 @@ private:
     using Position = foundation::json::Position;
     using ParseResult = foundation::json::ParseResult;
 
-    enum class State { first, item, comma, surplus };  // what was read last; surplus: what allows anything
+    enum class State { first, item, comma, surplus };  // what was read last; after surplus anything may follow
 
     // An object or array that is open.
     struct Open {
@@ -144,7 +143,7 @@ private:
     std::function<void(Problem)> m_report;
     Position m_at;
     std::vector<Open> m_open;
-    std::size_t m_implied = 0;  // so many are still to end without a closing bracket
+    std::size_t m_implied = 0;  // the number of open arrays and objects that still end without a closing bracket
     bool m_isIncomplete = false;
     std::size_t m_faults = 0;
     std::size_t m_quotes = 0;                // faults about quotes
